@@ -1,0 +1,6 @@
+#import "VantInstallation.h"
+
+@interface VantInstallation (SelectedSoftware)
+/// The kinds of software that both selections name, media first, each once. The list itself, not a copy.
+- (NSMutableArray *)fetchSelectedSoftwareList;
+@end

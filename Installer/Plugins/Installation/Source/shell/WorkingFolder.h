@@ -1,0 +1,16 @@
+#import <Foundation/Foundation.h>
+
+/// Paths under the process's temporary folder, which the host and the pane share.
+extern NSString *const VantUserSettingsFile;    ///< the user's choices, written by the host
+extern NSString *const VantWebSelectionFile;    ///< the components to download, written by the host
+extern NSString *const VantMediaSelectionFile;  ///< the components on the media, written by the host
+extern NSString *const VantKeptModelInfoFile;   ///< written by the host; only ever removed here
+extern NSString *const VantWebInstallErrorFile; ///< left by an earlier run; only ever removed here
+extern NSString *const VantDownloadFolder;      ///< downloaded archives and what they expand into
+extern NSString *const VantProfilesFolder;      ///< where colour profiles are staged
+
+/// The full path of a path under the process's temporary folder.
+NSString *VantTemporaryPath(NSString *relativePath);
+
+/// The folder that holds the host application's bundle, which is the root of the installation media.
+NSString *VantMediaRoot(void);
