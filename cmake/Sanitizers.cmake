@@ -10,5 +10,9 @@ if(VANT_SANITIZE)
         execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-runtime-dir
             OUTPUT_VARIABLE sanitizerRuntime OUTPUT_STRIP_TRAILING_WHITESPACE)
         set(CMAKE_BUILD_RPATH ${sanitizerRuntime})
+        # Programs that preload something else must preload the sanitizer's runtime before it.
+        string(REGEX MATCH "^(address|thread)" sanitizerName "${VANT_SANITIZE}")
+        string(SUBSTRING "${sanitizerName}" 0 1 sanitizerLetter)
+        file(GLOB VANT_SANITIZER_RUNTIME "${sanitizerRuntime}/libclang_rt.${sanitizerLetter}san*.so")
     endif()
 endif()

@@ -23,8 +23,8 @@ struct kinfo_proc {
 
 extern "C" {
 
-/// Answers the query {CTL_KERN, KERN_PROC, KERN_PROC_PID, pid}. A process id that does not exist is no error: the length
-/// becomes 0. Any other query, or a buffer too small, fails with -1 and `errno`.
+/// Answers the query {CTL_KERN, KERN_PROC, KERN_PROC_PID, pid}. A process id that does not exist is no error: the
+/// length becomes 0. Any other query, or a buffer too small, fails with -1 and `errno`.
 int sysctl(int *name, unsigned int nameLength, void *oldValue, size_t *oldLength, void *newValue, size_t newLength);
 
 } // extern "C"

@@ -1,7 +1,7 @@
 #import <Foundation/Foundation.h>
 
-/// Reading the host's property lists. The files come from outside, so every accessor checks the type that it promises: a
-/// value of another type counts as absent.
+/// Reading the host's property lists. The files come from outside, so every accessor checks the type that it promises:
+/// a value of another type counts as absent.
 
 /// A new array read from the file, autoreleased; nil when the file is missing, unreadable or holds no array.
 NSMutableArray *VantArrayFromFile(NSString *path);

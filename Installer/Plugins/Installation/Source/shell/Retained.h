@@ -6,7 +6,8 @@ namespace vant {
 
 /// Owns one reference to an Objective-C object for the length of a scope. The factory says what is handed over:
 /// `assume` takes a reference that the caller already owns (`alloc`, `copy`), `retain` takes one of its own.
-template<class T> class Retained {
+template<class T>
+class Retained {
 public:
     Retained() = default;
     [[nodiscard]] static Retained assume(T *object) { return Retained(object); }
@@ -28,7 +29,8 @@ private:
 };
 
 /// Stores a value in a field that owns it: takes the new reference before it gives up the old one.
-template<class T> void hold(T *&field, T *value) {
+template<class T>
+void hold(T *&field, T *value) {
     T *previous = std::exchange(field, [value retain]);
     [previous release];
 }

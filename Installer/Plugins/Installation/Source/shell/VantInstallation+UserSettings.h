@@ -1,8 +1,8 @@
 #import "VantInstallation.h"
 
 @interface VantInstallation (UserSettings)
-/// The user settings, read afresh from `mUserOptionsFilePath5` on every call; nil when the file is missing, unreadable or
-/// no dictionary.
+/// The user settings, read afresh from `mUserOptionsFilePath5` on every call; nil when the file is missing, unreadable
+/// or no dictionary.
 - (NSMutableDictionary *)loadUserSettingsFile;
 /// Sets the web flow, web error and tracing switches. Nil settings leave all of them off.
 - (void)applySwitchesOfSettings:(NSDictionary *)settings;

@@ -3,8 +3,8 @@
 
 @class BDObject;
 
-/// What the pane asks of the host's observer, the "Model Observer" of the model record. The host's class is its own; the
-/// pane only sends these.
+/// What the pane asks of the host's observer, the "Model Observer" of the model record. The host's class is its own;
+/// the pane only sends these.
 @protocol VantObserver <NSObject>
 - (void)setIsButton1Enabled:(BOOL)enabled;
 - (void)setIsButton2Enabled:(BOOL)enabled;

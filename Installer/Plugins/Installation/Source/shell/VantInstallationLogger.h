@@ -6,8 +6,8 @@
 }
 /// The logger that the process shares.
 + (VantInstallationLogger *)progressLogger;
-/// Appends one entry to the log; a nil message appends a line feed alone. Written through at once whatever `flush` says.
-/// Failures are silent: a log that is not UTF-8 is never touched again.
+/// Appends one entry to the log; a nil message appends a line feed alone. Written through at once whatever `flush`
+/// says. Failures are silent: a log that is not UTF-8 is never touched again.
 - (void)logVantTrace:(NSString *)message flush:(BOOL)flush;
 @end
 

@@ -1,7 +1,7 @@
 #import "VantInstallation.h"
 
 @interface VantInstallation (PaneSetup)
-/// Shows the first slide, clears leftovers of an earlier run, reads the selections and starts one view. Always YES. Main
-/// thread; blocks while the web selection file is missing and while the administrator prompt is up.
+/// Shows the first slide, clears leftovers of an earlier run, reads the selections and starts one view. Always YES.
+/// Main thread; blocks while the web selection file is missing and while the administrator prompt is up.
 - (BOOL)setUpPane;
 @end
