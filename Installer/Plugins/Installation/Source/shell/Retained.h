@@ -1,5 +1,6 @@
 #pragma once
 #import <Foundation/Foundation.h>
+#include <type_traits>
 #include <utility>
 
 namespace vant {
@@ -30,7 +31,7 @@ private:
 
 /// Stores a value in a field that owns it: takes the new reference before it gives up the old one.
 template<class T>
-void hold(T *&field, T *value) {
+void hold(T *&field, std::type_identity_t<T> *value) {
     T *previous = std::exchange(field, [value retain]);
     [previous release];
 }

@@ -1,0 +1,8 @@
+#import "VantInstallation.h"
+
+@interface VantInstallation (AdministratorRights)
+/// Asks the user for administrator rights and answers whether they were granted. Blocks while the system's prompt is
+/// up; clicks made meanwhile never reach the pane. A refusal marks the pane invalid, a grant makes it impossible to
+/// cancel. Main thread.
+- (BOOL)obtainAdministratorRights;
+@end

@@ -1,0 +1,92 @@
+#import "VantInstallation+PaneSetup.h"
+
+#import "FlowChoice.hpp"
+#import "PropertyList.h"
+#import "Retained.h"
+#import "VantInstallation+SlideContent.h"
+#import "VantInstallation+SlideRotation.h"
+#import "VantInstallation+Views.h"
+#import "WorkingFolder.h"
+
+#include <cstdio>
+
+static const NSTimeInterval slidePeriod = 15.0;
+static const NSTimeInterval selectionPollPeriod = 5.0;
+
+static void removeFile(NSString *relativePath) {
+    [[NSFileManager defaultManager] removeItemAtPath:VantTemporaryPath(relativePath) error:nullptr];
+}
+
+static void removeFileIfPresent(NSString *relativePath) {
+    if ([[NSFileManager defaultManager] fileExistsAtPath:VantTemporaryPath(relativePath)])
+        removeFile(relativePath);
+}
+
+@implementation VantInstallation (PaneSetup)
+
+- (BOOL)setUpPane {
+    [self showFirstSlide];
+    // Hosts may leave the file behind twice in a row while they write it: the second removal is no slip.
+    removeFile(VantKeptModelInfoFile);
+    removeFile(VantKeptModelInfoFile);
+    [self createLists];
+    removeFileIfPresent(VantWebInstallErrorFile);
+    removeFileIfPresent(VantDownloadFolder);
+    if (selectedarrXML == nil || selectedarrXML1 == nil)
+        return YES;
+    [mObserver setIsButton2Enabled:NO];
+    [mObserver setIsButton1Enabled:NO];
+    [self startView];
+    return YES;
+}
+
+- (void)showFirstSlide {
+    [imageView setImage:[self firstSlideImage]];
+    [backButton setEnabled:NO];
+    [backButton setImage:[self resourceImageNamed:@"Back_Disable.png"]];
+    [productTitle setStringValue:[self firstSlideTitle] ?: @""];
+    [productDesc setStringValue:[self firstSlideDescription] ?: @""];
+    prevSelection = 0;
+    vant::hold(timer, [NSTimer scheduledTimerWithTimeInterval:slidePeriod
+                                                       target:self
+                                                     selector:@selector(changeImageTrigger)
+                                                     userInfo:nil
+                                                      repeats:YES]);
+}
+
+- (void)createLists {
+    vant::hold(objects, [NSMutableArray array]);
+    vant::hold(selectedarrXML, [NSMutableArray array]);
+    vant::hold(objects1, [NSMutableArray array]);
+    vant::hold(selectedarrXML1, [NSMutableArray array]);
+    vant::hold(mSelectedSoftwareList, [NSMutableArray array]);
+    isParseXML = YES;
+    isParseXML1 = YES;
+    scannerCount = 0;
+}
+
+- (void)startView {
+    const bool webFlowAllowed = vant::isWebFlowAllowed(mSmartUpdate == 1, mWebError == 1);
+    if (webFlowAllowed)
+        [self waitForWebSelection];
+    if (vant::chooseFlow(webFlowAllowed, [selectedarrXML count]) == vant::Flow::web) {
+        [self showNormalView];
+        return;
+    }
+    vant::hold(selectedarrXML1, VantArrayFromFile(VantTemporaryPath(VantMediaSelectionFile)));
+    [self showNormalViewforCDInstallation];
+}
+
+// Without a time limit, on the main thread: the host is still writing the file, and there is nothing to show without
+// it.
+- (void)waitForWebSelection {
+    [mProgressInfoTF setStringValue:[NSString stringWithFormat:@"%@...", [self localizedStringForKey:@"Connecting"]]];
+    NSString *path = VantTemporaryPath(VantWebSelectionFile);
+    while (![[NSFileManager defaultManager] fileExistsAtPath:path]) {
+        std::fputs("FILE NOT FOUND !!!\n", stderr);
+        [NSThread sleepForTimeInterval:selectionPollPeriod];
+    }
+    vant::hold(selectedarrXML, VantArrayFromFile(path));
+}
+
+@end
