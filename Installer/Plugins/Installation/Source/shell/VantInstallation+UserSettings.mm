@@ -1,9 +1,15 @@
 #import "VantInstallation+UserSettings.h"
 
+#import "Bridge.h"
 #import "PropertyList.h"
 #import "RecordKeys.h"
 #import "SettingsKeys.h"
+#import "UserSettings.hpp"
 #import "WorkingFolder.h"
+
+static std::optional<std::string> textForKey(NSDictionary *settings, NSString *key) {
+    return vant::optionalUTF8(VantStringForKey(settings, key));
+}
 
 @implementation VantInstallation (UserSettings)
 
@@ -12,9 +18,12 @@
 }
 
 - (void)applySwitchesOfSettings:(NSDictionary *)settings {
-    mSmartUpdate = [VantStringForKey(settings, VantSmartUpdateKey) isEqualToString:@"1"] ? 1 : 0;
-    mWebError = [VantStringForKey(settings, VantWebErrorKey) isEqualToString:@"1"] ? 1 : 0;
-    VantInstallationDebugFlag = [VantStringForKey(settings, VantDebugKey) isEqualToString:@"debug_on"];
+    const vant::SettingsSwitches switches =
+        vant::settingsSwitches(textForKey(settings, VantSmartUpdateKey), textForKey(settings, VantWebErrorKey),
+                               textForKey(settings, VantDebugKey));
+    mSmartUpdate = switches.smartUpdate ? 1 : 0;
+    mWebError = switches.webError ? 1 : 0;
+    VantInstallationDebugFlag = switches.debug;
 }
 
 - (NSString *)secondScanDriverLocation {
@@ -24,7 +33,7 @@
 
 - (BOOL)isManualWanted {
     NSDictionary *settings = [self loadUserSettingsFile];
-    if (![VantStringForKey(settings, VantWithoutConnectionKey) isEqualToString:@"no"])
+    if (!vant::areManualsLookedFor(textForKey(settings, VantWithoutConnectionKey)))
         return NO;
     id models = [settings objectForKey:VantModelsKey];
     // Hosts store the names as an array or as the keys of a dictionary; enumeration yields the names either way.

@@ -1,0 +1,60 @@
+#import "VantInstallation+InstallOrder.h"
+
+#import "Bridge.h"
+#import "InstallOrder.hpp"
+#import "PropertyList.h"
+#import "RecordKeys.h"
+#import "SmartUpdateFilter.hpp"
+
+#include <vector>
+
+using Texts = std::vector<std::optional<std::string>>;
+
+/// The records' strings under a key; nothing for a record that has none.
+static Texts textsForKey(NSArray *records, NSString *key) {
+    Texts texts;
+    texts.reserve([records count]);
+    for (id record in records)
+        texts.push_back(vant::optionalUTF8(VantStringForKey(record, key)));
+    return texts;
+}
+
+static NSString *nameKey(vant::RecordName name) {
+    return name == vant::RecordName::type ? VantTypeKey : VantComponentNameKey;
+}
+
+static void removePositions(NSMutableArray *records, const std::vector<std::size_t> &positions) {
+    NSMutableIndexSet *indexes = [NSMutableIndexSet indexSet];
+    for (const std::size_t position : positions)
+        [indexes addIndex:position];
+    [records removeObjectsAtIndexes:indexes];
+}
+
+@implementation VantInstallation (InstallOrder)
+
++ (void)sortMutableListOfComponentsToInstallAsPerRequiredOrder:(NSMutableArray *)components
+                                                 foInstallType:(NSString *)installType {
+    const vant::RecordName name = vant::recordName(vant::utf8(installType));
+    if (name == vant::RecordName::none)
+        return;
+    NSMutableArray *ordered = [NSMutableArray arrayWithCapacity:[components count]];
+    for (const std::size_t position : vant::installOrder(textsForKey(components, nameKey(name))))
+        [ordered addObject:[components objectAtIndex:position]];
+    [components setArray:ordered];
+}
+
+- (void)filteroutRedundantComponentsforSmartUpdate {
+    removePositions(mInstallCompArrayForSmartUpdate,
+                    vant::redundantRecords(textsForKey(mInstallCompArrayForSmartUpdate, VantInstallerPathKey)));
+}
+
+- (void)filteroutScanLegacyComponentsforSmartUpdate {
+    removePositions(mInstallCompArrayForSmartUpdate,
+                    vant::legacyScanRecords(textsForKey(mInstallCompArrayForSmartUpdate, VantComponentNameKey)));
+}
+
+- (BOOL)addUninstallerPackageIfNotPresent {
+    return vant::holdsUninstaller(textsForKey(mInstallCompArrayForSmartUpdate, VantInstallerPathKey));
+}
+
+@end
