@@ -1,0 +1,5 @@
+#import "OutcomeWords.h"
+
+NSString *const VantOutcomeCompleted = @"Completed";
+NSString *const VantOutcomePipeEnd = @"PIPE END";
+NSString *const VantOutcomeFailed = @"Failed";
