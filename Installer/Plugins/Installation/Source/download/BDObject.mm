@@ -1,5 +1,7 @@
 #import "BDObject.h"
 
+#import "ArchiveDownload.h"
+
 @implementation BDObject
 
 static NSProgressIndicator *newIndicator(NSProgressIndicatorStyle style) {
@@ -39,6 +41,11 @@ static void discard(NSProgressIndicator *indicator) {
     discard(discreteProgress);
     [checkButton release];
     [TestArray release];
+    [ulrList release];
+    [sFilePath release];
+    [filedownload release];
+    [fileURL release];
+    [downloadinfo release];
     [super dealloc];
 }
 
@@ -120,9 +127,38 @@ static void discard(NSProgressIndicator *indicator) {
 
 - (void)CancelDownload {
     [filedownload cancel];
+    // A cancelled download sends nothing more, so nothing else would give it up.
+    [filedownload release];
+    filedownload = nil;
     [discreteProgress setDoubleValue:0.0];
     mDownloadProgress = 0;
     Cancelstatus = @"CancelDownload";
+}
+
+- (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response {
+    (void)download;
+    vant::acceptResponse(vant::downloadFieldsOf(self), response);
+}
+
+- (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length {
+    (void)download;
+    if (!vant::acceptData(vant::downloadFieldsOf(self), length))
+        return;
+    [discreteProgress setDoubleValue:double_percent];
+    mDownloadProgress = double_percent;
+}
+
+- (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path {
+    (void)download;
+    vant::announceDestination(vant::downloadFieldsOf(self), path);
+}
+
+- (void)downloadDidFinish:(NSURLDownload *)download {
+    vant::finishDownload(vant::downloadFieldsOf(self), download);
+}
+
+- (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error {
+    vant::acceptFailure(vant::downloadFieldsOf(self), download, error);
 }
 
 @end

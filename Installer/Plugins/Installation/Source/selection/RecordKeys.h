@@ -25,3 +25,6 @@ NSMutableDictionary *VantMediaRecord(NSString *location, NSString *kind);
 
 /// A web record; an absent value leaves its key out.
 NSMutableDictionary *VantWebRecord(NSString *installerPath, NSString *componentName, id origin);
+
+/// A web record for a package among the resources of the host application; without a path when the host lacks it.
+NSMutableDictionary *VantHostPackageRecord(NSString *resource, NSString *componentName, NSString *origin);

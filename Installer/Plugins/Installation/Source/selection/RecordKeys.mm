@@ -33,3 +33,8 @@ NSMutableDictionary *VantWebRecord(NSString *installerPath, NSString *componentN
     put(record, VantBDObjectKey, origin);
     return record;
 }
+
+NSMutableDictionary *VantHostPackageRecord(NSString *resource, NSString *componentName, NSString *origin) {
+    NSString *path = [[NSBundle mainBundle] pathForResource:resource ofType:@"pkg"];
+    return VantWebRecord(path, componentName, origin);
+}

@@ -68,6 +68,7 @@
     int installflag;
     double mProgressindicatorValue;
 
+@package // Shared with the download rules, which serve the table rows too.
     int nRetry;
     NSString *ulrList;
     NSString *sFilePath;
@@ -85,6 +86,7 @@
     long long downloadedSoFar;
     NSURL *fileURL;
 
+@protected
     IBOutlet NSProgressIndicator *mVTPackageDownloadProg;
     IBOutlet NSProgressIndicator *mVTPackageInstallationProg;
     IBOutlet NSProgressIndicator *mVTPackageInstallationProgDummy;

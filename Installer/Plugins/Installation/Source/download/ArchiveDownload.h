@@ -1,0 +1,67 @@
+#pragma once
+#import <Cocoa/Cocoa.h>
+
+#include "DownloadFailure.hpp"
+
+namespace vant {
+
+/// The download fields of the object that is a download's delegate, as they lie in it. A table row and the pane each
+/// have them, under these names, and download by the same rules.
+struct DownloadFields {
+    id delegate;
+    NSString *&ulrList;
+    NSString *&sFilePath;
+    NSURLDownload *&filedownload;
+    NSURL *&fileURL;
+    NSDictionary *&downloadinfo;
+    BOOL &downloadIsIndeterminate;
+    float &downloadProgress;
+    long long &expectedContentLength;
+    long long &downloadedSoFar;
+    double &double_percent;
+    double &mDownloadProgress;
+    int &errcodeStr;
+    int &nRetry;
+    NSProgressIndicator *discreteProgress;
+};
+
+/// The fields of an object that has them all.
+template<class Owner>
+[[nodiscard]] DownloadFields downloadFieldsOf(Owner *owner) {
+    return {.delegate = owner,
+            .ulrList = owner->ulrList,
+            .sFilePath = owner->sFilePath,
+            .filedownload = owner->filedownload,
+            .fileURL = owner->fileURL,
+            .downloadinfo = owner->downloadinfo,
+            .downloadIsIndeterminate = owner->downloadIsIndeterminate,
+            .downloadProgress = owner->downloadProgress,
+            .expectedContentLength = owner->expectedContentLength,
+            .downloadedSoFar = owner->downloadedSoFar,
+            .double_percent = owner->double_percent,
+            .mDownloadProgress = owner->mDownloadProgress,
+            .errcodeStr = owner->errcodeStr,
+            .nRetry = owner->nRetry,
+            .discreteProgress = owner->discreteProgress};
+}
+
+/// Folder of the downloaded archives and of what they expand into.
+[[nodiscard]] NSString *downloadFolder();
+
+/// Starts the download of an address. The fields describe it from now on; every other download goes on. An absent or
+/// malformed address fails through the delegate. Main thread, as all of these.
+void openDownload(const DownloadFields &fields, NSString *address);
+/// Says where the download that was started last goes; an existing file is replaced.
+void placeDownload(const DownloadFields &fields);
+
+void acceptResponse(const DownloadFields &fields, NSURLResponse *response);
+/// Counts received bytes. Whether the progress fields have changed: not when the expected length is reached or unknown.
+[[nodiscard]] bool acceptData(const DownloadFields &fields, NSUInteger length);
+/// Posts "downloadinfoo".
+void announceDestination(const DownloadFields &fields, NSString *path);
+/// Posts "downloadcompleted", completes the progress and stops the thread's run loop.
+void finishDownload(const DownloadFields &fields, NSURLDownload *download);
+/// Retries, or keeps the error's code; gives the outcome.
+FailureOutcome acceptFailure(const DownloadFields &fields, NSURLDownload *download, NSError *error);
+
+} // namespace vant

@@ -1,0 +1,126 @@
+#import "ArchiveDownload.h"
+
+#import "Bridge.h"
+#include "DownloadNames.hpp"
+#import "DownloadNotifications.h"
+#include "DownloadProgress.hpp"
+#import "Retained.h"
+#import "WorkingFolder.h"
+#include <CoreFoundation/CoreFoundation.h>
+
+namespace vant {
+namespace {
+
+// Servers that sniff for browsers must take the installer for one, always for the same.
+NSString *const userAgent = @"Mozilla/5.0 (Macintosh; Intel Mac OS X 10_6_8) AppleWebKit/534.57.2 "
+                            @"(KHTML, like Gecko) Version/5.1.7 Safari/534.57.2";
+NSString *const accepted = @"text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8";
+constexpr NSTimeInterval timeOut = 60.0;
+
+NSURLRequest *requestFor(NSString *address) {
+    NSURL *url = address == nil ? nil : [NSURL URLWithString:address];
+    NSMutableURLRequest *request = [NSMutableURLRequest requestWithURL:url
+                                                           cachePolicy:NSURLRequestUseProtocolCachePolicy
+                                                       timeoutInterval:timeOut];
+    [request addValue:userAgent forHTTPHeaderField:@"User-Agent"];
+    [request addValue:accepted forHTTPHeaderField:@"Accept"];
+    return request;
+}
+
+NSString *destinationFor(NSString *address) {
+    return [[downloadFolder() stringByExpandingTildeInPath]
+        stringByAppendingPathComponent:nsString(destinationName(utf8(address)))];
+}
+
+// Gives up the reference taken when the download was started. Its last messages may still be under way.
+void letGo(const DownloadFields &fields, NSURLDownload *download) {
+    if (fields.filedownload == download)
+        fields.filedownload = nil;
+    [download autorelease];
+}
+
+void showPercent(const DownloadFields &fields, double percent) {
+    [fields.discreteProgress setDoubleValue:percent];
+    fields.mDownloadProgress = percent;
+}
+
+void post(NSString *name, NSDictionary *userInfo) {
+    [[NSNotificationCenter defaultCenter] postNotificationName:name object:nil userInfo:userInfo];
+}
+
+} // namespace
+
+NSString *downloadFolder() {
+    return VantTemporaryPath(VantDownloadFolder);
+}
+
+void openDownload(const DownloadFields &fields, NSString *address) {
+    [[NSFileManager defaultManager] createDirectoryAtPath:downloadFolder()
+                              withIntermediateDirectories:YES
+                                               attributes:nil
+                                                    error:NULL];
+    hold(fields.ulrList, address);
+    // The field's previous download is not released: it may be running, and is let go when it ends.
+    fields.filedownload = [[NSURLDownload alloc] initWithRequest:requestFor(address) delegate:fields.delegate];
+    hold(fields.sFilePath, destinationFor(address));
+}
+
+void placeDownload(const DownloadFields &fields) {
+    [fields.filedownload setDestination:fields.sFilePath allowOverwrite:YES];
+}
+
+void acceptResponse(const DownloadFields &fields, NSURLResponse *response) {
+    fields.expectedContentLength = [response expectedContentLength];
+    if (fields.expectedContentLength <= 0)
+        return;
+    fields.downloadIsIndeterminate = NO;
+    fields.downloadedSoFar = 0;
+}
+
+bool acceptData(const DownloadFields &fields, NSUInteger length) {
+    fields.downloadedSoFar += static_cast<long long>(length);
+    const auto progress = downloadProgress(fields.downloadedSoFar, fields.expectedContentLength);
+    if (!progress)
+        return false;
+    fields.downloadProgress = progress->fraction;
+    fields.double_percent = progress->percent;
+    return true;
+}
+
+void announceDestination(const DownloadFields &fields, NSString *path) {
+    hold(fields.fileURL, path == nil ? nil : [NSURL fileURLWithPath:path]);
+    NSMutableDictionary *info = [NSMutableDictionary dictionaryWithObject:fields.delegate forKey:VantDownloadKey];
+    if (path != nil)
+        [info setObject:path forKey:VantDownloadPathKey];
+    hold(fields.downloadinfo, static_cast<NSDictionary *>(info));
+    post(VantDownloadInfoNotification, info);
+}
+
+void finishDownload(const DownloadFields &fields, NSURLDownload *download) {
+    post(VantDownloadCompletedNotification, @{VantDownloadKey : fields.delegate});
+    fields.double_percent = 100.0;
+    showPercent(fields, 100.0);
+    letGo(fields, download);
+    // Whoever runs the loop to wait for this download gets control back.
+    CFRunLoopStop(CFRunLoopGetCurrent());
+}
+
+FailureOutcome acceptFailure(const DownloadFields &fields, NSURLDownload *download, NSError *error) {
+    const int code = static_cast<int>([error code]);
+    const FailureOutcome outcome = failureOutcome(code, fields.nRetry);
+    letGo(fields, download);
+    if (outcome == FailureOutcome::Retry) {
+        ++fields.nRetry;
+        // Not the address that failed but the one started last: the fields know no other, and that is how a pane with
+        // several downloads is meant to work.
+        openDownload(fields, fields.ulrList);
+        placeDownload(fields);
+        return outcome;
+    }
+    fields.errcodeStr = code;
+    if (outcome == FailureOutcome::CannotWrite)
+        showPercent(fields, 0.0);
+    return outcome;
+}
+
+} // namespace vant

@@ -1,0 +1,49 @@
+#include "MediaMerge.hpp"
+
+#include "Paths.hpp"
+#include <string_view>
+#include <unordered_set>
+
+namespace vant {
+namespace {
+
+constexpr std::string_view scanDriver = "Scan Driver";
+
+// The names are views into the paths, all of which outlive the merge.
+class Names {
+public:
+    void add(const std::optional<std::string> &path) {
+        if (path)
+            names_.insert(lastPathComponent(*path));
+    }
+    [[nodiscard]] bool holds(const std::optional<std::string> &path) const {
+        return path && names_.contains(lastPathComponent(*path));
+    }
+
+private:
+    std::unordered_set<std::string_view> names_;
+};
+
+} // namespace
+
+std::vector<MergedRecord> mergeMedia(std::span<const MediaComponent> media,
+                                     std::span<const std::optional<std::string>> listedPaths,
+                                     const std::optional<std::string> &secondScanDriver) {
+    Names names;
+    for (const auto &path : listedPaths)
+        names.add(path);
+    std::vector<MergedRecord> added;
+    for (auto component = media.rbegin(); component != media.rend(); ++component) {
+        if (names.holds(component->location))
+            continue;
+        added.push_back({component->location, component->kind});
+        names.add(component->location);
+        if (component->kind != scanDriver)
+            continue;
+        added.push_back({secondScanDriver, std::string(scanDriver)});
+        names.add(secondScanDriver);
+    }
+    return added;
+}
+
+} // namespace vant

@@ -1,0 +1,55 @@
+#import "VantInstallation+Downloads.h"
+
+#import "ArchiveDownload.h"
+#import "Bridge.h"
+#include "DownloadProgress.hpp"
+#import "VantInstallation+WebDriver.h"
+
+static const NSTimeInterval fallBackDelay = 3.0;
+
+@implementation VantInstallation (Downloads)
+
+- (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response {
+    (void)download;
+    vant::acceptResponse(vant::downloadFieldsOf(self), response);
+}
+
+- (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length {
+    (void)download;
+    if (!vant::acceptData(vant::downloadFieldsOf(self), length))
+        return;
+    const double share = vant::overallShare(double_percent, [selectedarrXML count], cdDownloadIndex);
+    if (share > [mVTPackageDownloadProg doubleValue])
+        [mVTPackageDownloadProg setDoubleValue:share];
+    mDownloadProgress = double_percent;
+}
+
+- (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path {
+    (void)download;
+    vant::announceDestination(vant::downloadFieldsOf(self), path);
+}
+
+- (void)downloadDidFinish:(NSURLDownload *)download {
+    vant::finishDownload(vant::downloadFieldsOf(self), download);
+}
+
+- (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error {
+    const int code = static_cast<int>([error code]);
+    [self trace:@"***ERROR*** Download did fail with error:[%d]", code];
+    [self trace:@"%@", vant::nsString(vant::failureTrace(code))];
+    const auto outcome = vant::acceptFailure(vant::downloadFieldsOf(self), download, error);
+    if (vant::fallsBack(outcome, mInstallationInProgressStatus))
+        [self installWithoutNetwork];
+}
+
+- (void)installWithoutNetwork {
+    mInstallationInProgressStatus = YES;
+    [mVTPackageDownloadProg setHidden:YES];
+    [mVTPackageInstallationProgDummy setHidden:YES];
+    [mVTPackageInstallationProg setHidden:NO];
+    [self performSelector:@selector(InstallWebComponents:)
+               withObject:mInstallCompArrayForSmartUpdate
+               afterDelay:fallBackDelay];
+}
+
+@end

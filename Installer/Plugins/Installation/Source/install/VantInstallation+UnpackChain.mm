@@ -1,0 +1,134 @@
+#import "VantInstallation+UnpackChain.h"
+
+#import "Bridge.h"
+#import "DownloadNotifications.h"
+#include "ExpandedItem.hpp"
+#import "PropertyList.h"
+#import "RecordKeys.h"
+#import "Retained.h"
+#include "UnpackEnding.hpp"
+#import "VantInstallation+StatusLine.h"
+#import "VantInstallation+UserSettings.h"
+#import "VantInstallation+WebDriver.h"
+#import "WorkingFolder.h"
+
+static NSString *const countedMark = @"receiveunzipNoti";
+static const NSTimeInterval installationDelay = 3.0;
+static const int scanManagerCount = 4;
+
+static NSString *setAsideFolder() {
+    NSString *relative = [NSString stringWithFormat:@"%@/%@", @"Desktop", @"QuorvelPrinter"];
+    return [NSHomeDirectory() stringByAppendingPathComponent:relative];
+}
+
+static BOOL exists(NSString *path) {
+    return [[NSFileManager defaultManager] fileExistsAtPath:path];
+}
+
+// Failures are ignored: an item that is already there stays as it is.
+static void copyToDesktop(NSString *folder, NSString *target) {
+    NSFileManager *files = [NSFileManager defaultManager];
+    [files createDirectoryAtPath:setAsideFolder() withIntermediateDirectories:YES attributes:nil error:NULL];
+    [files copyItemAtPath:folder toPath:target error:NULL];
+}
+
+@implementation VantInstallation (UnpackChain)
+
+- (void)receiveunzipNotification:(NSNotification *)notification {
+    if (![[notification name] isEqualToString:VantUnzipCompletedNotification])
+        return;
+    copyflag = 0;
+    installflag = 0;
+    NSDictionary *info = [notification userInfo];
+    [self searchFolder:VantStringForKey(info, VantExpandedPathKey) ofDownload:[info objectForKey:VantBDObjectKey]];
+    [unzipcountArr addObject:countedMark];
+    [self endUnpackingAs:vant::unpackEnding({.expanded = [unzipcountArr count],
+                                             .selected = [selectedarrXML count],
+                                             .setAside = copyflag == 1,
+                                             .desktopFolder = exists(setAsideFolder()) == YES})];
+}
+
+- (void)searchFolder:(NSString *)folder ofDownload:(id)download {
+    if (folder == nil)
+        return;
+    // Items inside a package or an application are listed, and searched, too.
+    for (NSString *item in [[NSFileManager defaultManager] subpathsAtPath:folder]) {
+        @autoreleasepool {
+            [self takeItem:item ofFolder:folder download:download];
+        }
+    }
+}
+
+- (void)takeItem:(NSString *)item ofFolder:(NSString *)folder download:(id)download {
+    const vant::ExpandedItem found = vant::classifyExpandedItem(vant::utf8(item));
+    if (found.path == vant::ExpandedPath::NotExamined)
+        return;
+    NSString *base = found.path == vant::ExpandedPath::TildeExpanded ? [folder stringByExpandingTildeInPath] : folder;
+    vant::hold(documentsDirectoryPath, [base stringByAppendingPathComponent:item]);
+    switch (found.action) {
+    case vant::ExpandedAction::Skip:
+        break;
+    case vant::ExpandedAction::InstallScanManager:
+        scannerCount = scanManagerCount;
+        [[fallthrough]];
+    case vant::ExpandedAction::Install:
+        [mInstallCompArrayForSmartUpdate
+            addObject:VantWebRecord(documentsDirectoryPath, [item lastPathComponent], download)];
+        break;
+    case vant::ExpandedAction::SetAside:
+    case vant::ExpandedAction::SetAsideAtOnce:
+        [self setAside:folder lookingFirst:found.action == vant::ExpandedAction::SetAside];
+        break;
+    }
+}
+
+- (void)setAside:(NSString *)folder lookingFirst:(BOOL)looking {
+    copyflag = 1;
+    NSString *target = [setAsideFolder() stringByAppendingPathComponent:[folder lastPathComponent]];
+    if (!looking || !exists(target))
+        copyToDesktop(folder, target);
+}
+
+- (void)endUnpackingAs:(vant::UnpackEnding)ending {
+    switch (ending) {
+    case vant::UnpackEnding::MoreToCome:
+        return;
+    case vant::UnpackEnding::ShowSetAside:
+        return [self showSetAside];
+    case vant::UnpackEnding::SetAsideMissing:
+        [[NSFileManager defaultManager] removeItemAtPath:setAsideFolder() error:NULL];
+        return;
+    case vant::UnpackEnding::Install:
+        return [self startInstallation];
+    }
+}
+
+- (void)showSetAside {
+    [mObserver setIsButton2Enabled:YES];
+    [mVTPackageDownloadProg stopAnimation:self];
+    [mVTPackageDownloadProg setHidden:YES];
+    [mProgressInfoTF setStringValue:@""];
+    mNonFlatInstaller = YES;
+    [[NSWorkspace sharedWorkspace] openFile:setAsideFolder()];
+    if (installflag == 1)
+        return;
+    [[NSFileManager defaultManager] removeItemAtPath:VantTemporaryPath(VantWebSelectionFile) error:NULL];
+}
+
+- (void)startInstallation {
+    [self showInstallingLook];
+    if ([mInstallCompArrayForSmartUpdate count] > 0)
+        [self completeWebList];
+    [self performSelector:@selector(InstallWebComponents:)
+               withObject:mInstallCompArrayForSmartUpdate
+               afterDelay:installationDelay];
+}
+
+- (void)completeWebList {
+    if ([self isManualWanted])
+        [mInstallCompArrayForSmartUpdate addObject:VantHostPackageRecord(@"Manual", VantManualKind, VantManualOrigin)];
+    [mInstallCompArrayForSmartUpdate
+        addObject:VantHostPackageRecord(@"Uninstaller", VantUninstallerKind, VantUninstallerOrigin)];
+}
+
+@end
