@@ -27,5 +27,8 @@ foreach(file IN LISTS VANT_TABLES)
     get_filename_component(folder ${folder} NAME)
     vant_bundle_file(${CMAKE_CURRENT_SOURCE_DIR}/${file} ${folder})
 endforeach()
+foreach(tool IN ITEMS ditto installer)
+    vant_bundle_file(${CMAKE_BINARY_DIR}/tools/${tool} tools)
+endforeach()
 
 add_custom_target(VantBundle ALL DEPENDS ${bundleFiles} VantInstallation)
