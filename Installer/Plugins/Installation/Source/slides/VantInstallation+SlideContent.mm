@@ -1,0 +1,89 @@
+#import "VantInstallation+SlideContent.h"
+
+#import "Bridge.h"
+#import "PropertyList.h"
+#import "SettingsKeys.h"
+#include "SlideText.hpp"
+#import "WorkingFolder.h"
+
+static NSString *const mainSet = @"Vantrel/GTA/%@/%@";
+static NSString *const fallBackSet = @"Vantrel/GTA_Default/%@/%@";
+static NSString *const slideImage = @"image.png";
+static NSString *const slideText = @"string.xml";
+
+/// The path of a slide file when a file lies there; of the main set for a nil flag, of the fall-back set for any other.
+static NSString *existingSlideFile(NSString *name, id fallBack) {
+    NSString *language = [[NSBundle mainBundle] localizedStringForKey:@"Language Setting" value:@"" table:nil];
+    NSString *relative = [NSString stringWithFormat:fallBack == nil ? mainSet : fallBackSet, language, name];
+    NSString *path = VantTemporaryPath(relative);
+    return [[NSFileManager defaultManager] fileExistsAtPath:path] ? path : nil;
+}
+
+/// The text of one element of the set's slide file; nil when the file is not there or no text.
+static NSString *elementOfSlideFile(id fallBack, const char *opening, const char *closing) {
+    NSString *path = existingSlideFile(slideText, fallBack);
+    NSString *content = path == nil ? nil : [NSString stringWithContentsOfFile:path];
+    if (content == nil)
+        return nil;
+    return vant::nsString(vant::textBetween(vant::utf8(content), opening, closing));
+}
+
+static NSString *firstOf(NSString *main, NSString *fallBack) {
+    return main != nil ? main : fallBack;
+}
+
+@implementation VantInstallation (SlideContent)
+
+- (NSString *)getGTAImagePath:(id)fallBack {
+    return existingSlideFile(slideImage, fallBack);
+}
+
+- (NSString *)getGTATitlestring:(id)fallBack {
+    return elementOfSlideFile(fallBack, "<TITLE>", "</TITLE>");
+}
+
+- (NSString *)getGTADescString:(id)fallBack {
+    return elementOfSlideFile(fallBack, "<MESSAGE>", "</MESSAGE>");
+}
+
+- (NSString *)getDefaultGTAImagePath {
+    return [self getGTAImagePath:@"Default"];
+}
+
+- (NSString *)getDefaultGTATitlestring {
+    return [self getGTATitlestring:@"Default"];
+}
+
+- (NSString *)getDefaultGTADescString {
+    return [self getGTADescString:@"Default"];
+}
+
+- (NSImage *)firstSlideImage {
+    NSString *path = firstOf([self getGTAImagePath:nil], [self getDefaultGTAImagePath]);
+    if (path == nil)
+        return [self resourceImageNamed:@"Toner.jpg"];
+    return [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
+}
+
+- (NSString *)firstSlideTitle {
+    NSString *title = firstOf([self getGTATitlestring:nil], [self getDefaultGTATitlestring]);
+    return title != nil ? title : [self vendorStringForKey:@"TONER.TITLE"];
+}
+
+- (NSString *)firstSlideDescription {
+    NSString *description = firstOf([self getGTADescString:nil], [self getDefaultGTADescString]);
+    return description != nil ? description : [self vendorStringForKey:@"TONER.DESC"];
+}
+
+// A host that names no vendor gets the text without the name: an empty place in a sentence, and never a fault.
+- (NSString *)vendorStringForKey:(NSString *)key {
+    const std::string vendor = vant::utf8(VantStringForKey(modelInfo, VantVendorNameKey));
+    return vant::nsString(vant::withVendorName(vant::utf8([self hostStringForKey:key]), vendor));
+}
+
+- (NSImage *)resourceImageNamed:(NSString *)fileName {
+    NSString *path = [[NSBundle bundleForClass:[VantInstallation class]] pathForResource:fileName ofType:nil];
+    return [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
+}
+
+@end

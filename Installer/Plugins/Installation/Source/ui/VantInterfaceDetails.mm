@@ -1,0 +1,62 @@
+#import "VantInterfaceDetails.h"
+
+static NSBundle *plugIn() {
+    return [NSBundle bundleForClass:[VantInterfaceDetails class]];
+}
+
+static NSString *text(NSString *key) {
+    return [plugIn() localizedStringForKey:key value:nil table:@"Localizable-Inst"];
+}
+
+static NSImage *image(NSString *fileName) {
+    NSString *path = [plugIn() pathForResource:fileName ofType:nil];
+    return [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
+}
+
+// Both platforms speak a control's tool tip; what has a label of its own takes that in addition.
+static void describe(id control, NSString *description) {
+    if ([control respondsToSelector:@selector(setToolTip:)])
+        [control setToolTip:description];
+    if ([control respondsToSelector:@selector(setAccessibilityLabel:)])
+        [control performSelector:@selector(setAccessibilityLabel:) withObject:description];
+}
+
+@implementation VantInterfaceDetails
+
+- (void)awakeFromNib {
+    [self showImages];
+    [self showLink];
+    describe(backButton, text(@"PreviousPage"));
+    describe(nextButton, text(@"NextPage"));
+    describe(pageIndicator, text(@"PageIndicator"));
+    describe(table, text(@"ComponentTable"));
+    [table setHeaderView:nil];
+}
+
+- (void)showImages {
+    [nextButton setImage:image(@"Next_Normal.png")];
+    [backButton setImage:image(@"Back_Disable.png")];
+    [[pageIndicator cellAtRow:0 column:0] setImage:image(@"indicator_selected.png")];
+    [[pageIndicator cellAtRow:0 column:1] setImage:image(@"Indicator_normal.png")];
+    for (NSButtonCell *cell in [pageIndicator cells])
+        [cell setBordered:NO];
+    [pageIndicator selectCellAtRow:0 column:0];
+}
+
+- (void)showLink {
+    NSDictionary *attributes = @{
+        NSFontAttributeName : [link font],
+        NSForegroundColorAttributeName : [NSColor blueColor],
+        NSUnderlineStyleAttributeName : @(NSUnderlineStyleSingle)
+    };
+    NSAttributedString *title = [[NSAttributedString alloc] initWithString:text(@"SupportLink") attributes:attributes];
+    [link setAttributedTitle:title];
+    [title release];
+}
+
+- (IBAction)openSupportPage:(id)sender {
+    (void)sender;
+    [[NSWorkspace sharedWorkspace] openURL:[NSURL URLWithString:text(@"SupportAddress")]];
+}
+
+@end
