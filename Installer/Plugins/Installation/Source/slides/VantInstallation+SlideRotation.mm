@@ -1,6 +1,7 @@
 #import "VantInstallation+SlideRotation.h"
 
 #include "SlideRotation.hpp"
+#import "Retained.h"
 #import "VantInstallation+SlideContent.h"
 
 @implementation VantInstallation (SlideRotation)
@@ -36,7 +37,7 @@
     if (![timer isValid])
         return;
     [timer invalidate];
-    timer = nil;
+    vant::hold(timer, static_cast<NSTimer *>(nil));
     autoTrigger = NO;
 }
 
