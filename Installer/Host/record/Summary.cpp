@@ -1,0 +1,101 @@
+#include "Summary.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+namespace vant::host {
+
+namespace fs = std::filesystem;
+
+static std::string escaped(char c) {
+    switch (c) {
+    case '"':
+        return "\\\"";
+    case '\\':
+        return "\\\\";
+    case '\n':
+        return "\\n";
+    case '\r':
+        return "\\r";
+    case '\t':
+        return "\\t";
+    default:
+        break;
+    }
+    if (static_cast<unsigned char>(c) >= 0x20)
+        return {c};
+    std::array<char, 8> code{};
+    std::snprintf(code.data(), code.size(), "\\u%04x", static_cast<unsigned>(c));
+    return code.data();
+}
+
+std::string jsonQuoted(std::string_view text) {
+    std::string literal = "\"";
+    for (const char c : text)
+        literal += escaped(c);
+    return literal + '"';
+}
+
+static std::string json(const Package &package) {
+    return R"({"name": )" + jsonQuoted(package.name) + R"(, "component": )" + jsonQuoted(package.component) +
+           R"(, "path": )" + jsonQuoted(package.path) + R"(, "outcome": )" +
+           (package.outcome ? jsonQuoted(*package.outcome) : "null") + "}";
+}
+
+/// A JSON array with one element a line; `literal` makes an element's text.
+template<class Range, class Literal>
+static std::string jsonLines(const Range &range, Literal literal) {
+    std::string text;
+    for (const auto &element : range)
+        text += (text.empty() ? "\n    " : ",\n    ") + literal(element);
+    return text.empty() ? "[]" : "[" + text + "\n  ]";
+}
+
+static std::string decimal(double seconds) {
+    std::array<char, 24> text{};
+    std::snprintf(text.data(), text.size(), "%.3f", seconds);
+    return text.data();
+}
+
+std::string json(const Summary &summary) {
+    const auto packageLiteral = [](const Package &package) { return json(package); };
+    const std::array<std::pair<const char *, std::string>, 10> fields = {{
+        {"flow", jsonQuoted(summary.flow)},
+        {"language", jsonQuoted(summary.language)},
+        {"continued", summary.continued ? "true" : "false"},
+        {"valid", jsonQuoted(summary.valid)},
+        {"status", jsonQuoted(summary.status)},
+        {"reason", jsonQuoted(summary.reason)},
+        {"packages", jsonLines(summary.packages, packageLiteral)},
+        {"setAside", jsonLines(summary.setAside, jsonQuoted)},
+        {"installedFiles", std::to_string(summary.installedFiles)},
+        {"seconds", decimal(summary.seconds)},
+    }};
+    std::string text;
+    for (const auto &[key, literal] : fields)
+        text += (text.empty() ? "{\n  " : ",\n  ") + jsonQuoted(key) + ": " + literal;
+    return text + "\n}\n";
+}
+
+std::size_t fileCount(const std::string &folder) {
+    std::error_code error;
+    std::size_t count = 0;
+    for (fs::recursive_directory_iterator item(folder, error), end; !error && item != end; item.increment(error))
+        count += item->is_symlink(error) || !item->is_directory(error) ? 1 : 0;
+    return count;
+}
+
+std::vector<std::string> folderNames(const std::string &folder) {
+    std::error_code error;
+    std::vector<std::string> names;
+    for (fs::directory_iterator item(folder, error), end; !error && item != end; item.increment(error)) {
+        if (item->is_directory(error))
+            names.push_back(item->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+} // namespace vant::host

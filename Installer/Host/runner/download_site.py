@@ -1,0 +1,79 @@
+"""Download sites for the web flow: nginx on loopback, somebody's own, or one that cannot be reached."""
+import contextlib
+import os
+import socket
+import subprocess
+import time
+import urllib.error
+import urllib.parse
+import urllib.request
+
+from places import RunError
+
+SELECTION = "SelectedInput.plist"
+# A name of the reserved domain that never resolves.
+UNREACHABLE = "http://download.quorvel.invalid"
+
+CONFIGURATION = """
+{user}
+daemon off;
+worker_processes 1;
+pid {folder}/nginx.pid;
+error_log {folder}/error.log;
+events {{ worker_connections 512; }}
+http {{
+    access_log {folder}/access.log;
+    client_body_temp_path {folder}/body;
+    proxy_temp_path {folder}/proxy;
+    fastcgi_temp_path {folder}/fastcgi;
+    uwsgi_temp_path {folder}/uwsgi;
+    scgi_temp_path {folder}/scgi;
+    sendfile on;
+    default_type application/octet-stream;
+    server {{ listen 127.0.0.1:{port}; root "{root}"; }}
+}}
+"""
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
+
+
+def answers(port):
+    with socket.socket() as probe:
+        return probe.connect_ex(("127.0.0.1", port)) == 0
+
+
+@contextlib.contextmanager
+def serve(root, folder):
+    """Serves the folder `root`; gives the address. nginx keeps its own files in `folder`."""
+    folder.mkdir()
+    port = free_port()
+    # As root, nginx would read the files as a user who may not be let in.
+    user = "user root;" if os.getuid() == 0 else ""
+    configuration = folder / "nginx.conf"
+    configuration.write_text(CONFIGURATION.format(user=user, folder=folder, port=port, root=root))
+    server = subprocess.Popen(["/usr/sbin/nginx", "-e", str(folder / "error.log"), "-c", str(configuration)],
+                              stdin=subprocess.DEVNULL)
+    try:
+        deadline = time.monotonic() + 20
+        while not answers(port):
+            if server.poll() is not None or time.monotonic() > deadline:
+                raise RunError(f"nginx does not answer, see {folder / 'error.log'}")
+            time.sleep(0.05)
+        yield f"http://127.0.0.1:{port}"
+    finally:
+        server.terminate()
+        server.wait()
+
+
+def fetch_selection(site, target):
+    """Fetches the site's list of components, as the earlier pages of an installer do."""
+    address = site.rstrip("/") + "/" + SELECTION
+    try:
+        with urllib.request.urlopen(address, timeout=30) as answer:
+            target.write_bytes(answer.read())
+    except (urllib.error.URLError, OSError, ValueError) as error:
+        raise RunError(f"{address} cannot be fetched: {error}") from error

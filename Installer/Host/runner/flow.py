@@ -1,0 +1,152 @@
+"""One installation by the host process, from the folders it needs to its summary."""
+import contextlib
+import dataclasses
+import json
+import pathlib
+import shutil
+import subprocess
+import time
+import typing
+
+import download_site
+import follow
+from places import Places, RunError
+
+LOG = pathlib.Path("Library/Logs/Quorvel VantMain.log")
+FIRST_LOOK = 0.6  # seconds after the pane was shown: the window manager has drawn the window by then
+LINGER = 20
+GRACE = 15  # seconds beyond the time-out, after which a host that does not answer is ended
+
+
+@dataclasses.dataclass
+class Options:
+    """What one run is asked to do."""
+    flow: str
+    out: pathlib.Path
+    build: pathlib.Path
+    media: pathlib.Path
+    site: str | None = None           # address of somebody's own download site
+    site_folder: pathlib.Path | None = None  # folder to be served when there is no address
+    offline: bool = False
+    language: str = "EN"
+    authorize: str = "grant"
+    debug: bool = False
+    timeout: float = 600
+    pictures: bool = True
+    prepared: typing.Callable[[Places], None] = lambda places: None  # last hand on the folders, before the host starts
+
+
+@dataclasses.dataclass
+class Result:
+    """How the run ended. `status` is that of ./run; `summary` is empty when the host died before it wrote one."""
+    status: int
+    reason: str
+    summary: dict
+    places: Places
+
+
+def run(options, progress=None):
+    """Runs one installation to its end. Whatever it starts is stopped when it returns or raises."""
+    places = Places(options.out, options.build)
+    places.stage_media(options.media)
+    places.stage_tools()
+    with contextlib.ExitStack() as stack:
+        arguments = host_arguments(options, places)
+        if options.flow == "web":
+            arguments += web_arguments(options, places, stack)
+        options.prepared(places)
+        status = run_host(options, places, arguments, progress)
+    if options.debug and (places.home / LOG).exists():
+        shutil.copy(places.home / LOG, places.out / "trace.log")
+    return result(status, places)
+
+
+def host_arguments(options, places):
+    return [str(places.app / "VantHost"), "-Flow", options.flow, "-Output", str(places.out),
+            "-Bundle", str(options.build.resolve() / "VantInstallation.bundle"),
+            "-Language", options.language, "-Debug", "YES" if options.debug else "NO",
+            "-TimeOut", str(options.timeout), "-Linger", str(LINGER)]
+
+
+def web_arguments(options, places, stack):
+    """Starts the site when it is ours to start, and takes the list of components from it."""
+    selection = places.media / "WebSelection.plist"
+    if options.site:
+        site = options.site
+        download_site.fetch_selection(site, selection)
+    elif options.offline:
+        site = download_site.UNREACHABLE
+        shutil.copy(options.site_folder / download_site.SELECTION, selection)
+    else:
+        site = stack.enter_context(download_site.serve(options.site_folder.resolve(), places.out / "nginx"))
+        download_site.fetch_selection(site, selection)
+    return ["-WebSelection", str(selection), "-Site", site]
+
+
+def run_host(options, places, arguments, progress):
+    environment = places.environment()
+    if options.authorize != "ask":
+        environment["VANT_AUTHORIZATION"] = options.authorize
+    with (places.out / "host.log").open("w") as log:
+        host = subprocess.Popen(arguments, env=environment, cwd=places.home, stdin=subprocess.PIPE, stdout=log, stderr=log)
+        try:
+            watch(host, options, places, progress)
+            host.stdin.close()
+            return host.wait(timeout=GRACE)
+        except subprocess.TimeoutExpired:
+            return None
+        finally:
+            host.kill()
+            host.wait()
+
+
+def watch(host, options, places, progress):
+    """Follows the timeline until the summary is there, the host is gone, or its time is long over."""
+    tail = follow.Tail(places.out / "timeline.txt")
+    camera = follow.Camera(places.out) if options.pictures else None
+    shown_at = None
+    deadline = time.monotonic() + options.timeout + GRACE
+    while host.poll() is None and time.monotonic() < deadline:
+        ended = (places.out / "summary.json").exists()
+        for event in tail.look():
+            if progress:
+                progress.take(event)
+            if event.text.startswith("pane shown"):
+                shown_at = time.monotonic()
+            if camera and event.kind == "bar" and is_half_way(event.text):
+                camera.take("2-working")
+        if progress:
+            progress.show()
+        if camera and shown_at and time.monotonic() - shown_at >= FIRST_LOOK:
+            camera.take("1-start")
+        if ended:
+            if camera:
+                camera.take("3-end")
+            break
+        time.sleep(0.05)
+    if camera and not (places.out / "summary.json").exists():
+        camera.take("3-end")
+    if progress:
+        progress.finish()
+
+
+def is_half_way(bar):
+    name, value = bar.rsplit(" ", 1)
+    return name == "install" and float(value) >= 40
+
+
+def result(status, places):
+    file = places.out / "summary.json"
+    summary = json.loads(file.read_text(encoding="utf-8")) if file.exists() else {}
+    if summary:
+        reason = summary["reason"]
+    elif status is None:
+        reason = "the host did not answer any more and was ended"
+    elif status < 0:
+        reason = f"the host died of signal {-status}, see {places.out / 'host.log'}"
+    else:
+        reason = f"the host ended with status {status}, see {places.out / 'host.log'}"
+    return Result(0 if status == 0 and summary.get("continued") else 1, reason, summary, places)
+
+
+__all__ = ["Options", "Result", "RunError", "run"]

@@ -1,0 +1,93 @@
+"""The folders of one run: everything that the host and the pane write to lies below the run's output folder."""
+import grp
+import os
+import pathlib
+import pwd
+import shutil
+
+MARK = ".vant-run"
+OURS = ["home", "media", "nss", "nginx", "root", "system", "tmp", "host.log", "summary.json", "timeline.txt", "trace.log",
+        "1-start.png", "2-working.png", "3-end.png"]
+
+
+class RunError(Exception):
+    """A run that cannot start, or that died; the text says why."""
+
+
+class Places:
+    """Makes the folders afresh: an own home, temporary folder, volume, system tools, and the media with the host on it."""
+
+    def __init__(self, out, build):
+        self.out = pathlib.Path(out).resolve()
+        self.build = pathlib.Path(build).resolve()
+        self.home, self.temporary, self.volume, self.system, self.media = (
+            self.out / name for name in ["home", "tmp", "root", "system", "media"])
+        self.app = self.media / "VantHost.app"
+        self._clear()
+        for folder in [self.home, self.temporary, self.volume]:
+            folder.mkdir()
+        self.temporary.chmod(0o700)
+
+    def _clear(self):
+        """Removes what an earlier run left. A folder that no run has made is refused when it holds anything."""
+        self.out.mkdir(parents=True, exist_ok=True)
+        mark = self.out / MARK
+        if not mark.exists() and any(self.out.iterdir()):
+            raise RunError(f"{self.out} holds files that no run has written: choose an empty folder")
+        mark.touch()
+        for name in OURS:
+            path = self.out / name
+            if path.is_dir() and not path.is_symlink():
+                shutil.rmtree(path)
+            else:
+                path.unlink(missing_ok=True)
+
+    def stage_media(self, media):
+        """The media folder's root is the folder that holds the host application, so the host is put beside its contents."""
+        media = pathlib.Path(media).resolve()
+        if not media.is_dir():
+            raise RunError(f"no media folder at {media}")
+        self.media.mkdir()
+        shutil.copytree(self.build / "VantHost.app", self.app)
+        for item in media.iterdir():
+            if item.name not in ("Resources", "VantHost.app"):
+                (self.media / item.name).symlink_to(item)
+        # The packages that the host itself carries: the pane asks for them as resources of the application.
+        for item in (media / "Resources").glob("*"):
+            (self.app / "Resources" / item.name).symlink_to(item)
+
+    def stage_tools(self):
+        """The system's package installer, where the privileged launch looks for it."""
+        folder = self.system / "usr" / "sbin"
+        folder.mkdir(parents=True)
+        (folder / "installer").symlink_to(self.build / "tools" / "installer")
+
+    def environment(self):
+        """The process's environment: nothing of it leads to the real user's home or to the real volume."""
+        user, group = pwd.getpwuid(os.getuid()), grp.getgrgid(os.getgid())
+        nss = self.out / "nss"
+        nss.mkdir()
+        (nss / "passwd").write_text(f"{user.pw_name}:x:{user.pw_uid}:{user.pw_gid}::{self.home}:/bin/sh\n")
+        (nss / "group").write_text(f"{group.gr_name}:x:{group.gr_gid}:\n")
+        kept = {name: value for name, value in os.environ.items() if not name.startswith(("XDG_", "VANT_"))}
+        return kept | {
+            "HOME": str(self.home),
+            "LANG": "C.UTF-8",
+            "LD_PRELOAD": " ".join(self._sanitizer_runtime() + ["libnss_wrapper.so"]),
+            "LOGNAME": user.pw_name,
+            "NSS_WRAPPER_GROUP": str(nss / "group"),
+            "NSS_WRAPPER_PASSWD": str(nss / "passwd"),
+            "TEMP": str(self.temporary),
+            "TMPDIR": str(self.temporary),
+            "VANT_INSTALL_ROOT": str(self.volume),
+            "VANT_SYSTEM_ROOT": str(self.system),
+        }
+
+    def _sanitizer_runtime(self):
+        """A sanitizer's runtime has to be loaded before any other library, so before those of LD_PRELOAD too."""
+        cache = (self.build / "CMakeCache.txt").read_text()
+        for sanitizer, library in (("address", "libclang_rt.asan-x86_64.so"), ("thread", "libclang_rt.tsan-x86_64.so")):
+            if f"VANT_SANITIZE:STRING={sanitizer}" in cache:
+                found = sorted(pathlib.Path("/usr/lib").glob(f"llvm-*/lib/clang/*/lib/linux/{library}"))
+                return [str(found[-1])] if found else []
+        return []

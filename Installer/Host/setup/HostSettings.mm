@@ -1,0 +1,57 @@
+#import "HostSettings.h"
+
+#include "Languages.hpp"
+
+static NSString *absolutePath(NSString *path) {
+    if (path == nil || [path isAbsolutePath])
+        return path;
+    NSString *folder = [[NSFileManager defaultManager] currentDirectoryPath];
+    return [[folder stringByAppendingPathComponent:path] stringByStandardizingPath];
+}
+
+static NSTimeInterval secondsForKey(NSString *key, NSTimeInterval otherwise) {
+    NSString *text = [[NSUserDefaults standardUserDefaults] stringForKey:key];
+    return text != nil ? [text doubleValue] : otherwise;
+}
+
+static NSString *stringForKey(NSString *key, NSString *otherwise) {
+    NSString *text = [[NSUserDefaults standardUserDefaults] stringForKey:key];
+    return text != nil ? text : otherwise;
+}
+
+/// Tables are looked up in the languages of the user's defaults; the argument domain comes before every other.
+static void useLanguage(NSString *code) {
+    const auto folder = vant::host::languageFolder([code UTF8String]);
+    if (!folder)
+        return;
+    NSString *name = [[[NSString alloc] initWithBytes:folder->data()
+                                               length:folder->size()
+                                             encoding:NSUTF8StringEncoding] autorelease];
+    NSUserDefaults *defaults = [NSUserDefaults standardUserDefaults];
+    NSMutableDictionary *arguments =
+        [NSMutableDictionary dictionaryWithDictionary:[defaults volatileDomainForName:NSArgumentDomain]];
+    [arguments setObject:@[ name ] forKey:@"NSLanguages"];
+    [defaults removeVolatileDomainForName:NSArgumentDomain];
+    [defaults setVolatileDomain:arguments forName:NSArgumentDomain];
+}
+
+HostSettings VantHostSettings(void) {
+    NSString *beside = [[[NSBundle mainBundle] bundlePath] stringByDeletingLastPathComponent];
+    NSUserDefaults *defaults = [NSUserDefaults standardUserDefaults];
+    const HostSettings settings = {
+        .flow = stringForKey(@"Flow", @"media"),
+        .language = stringForKey(@"Language", @"EN"),
+        .bundle =
+            absolutePath(stringForKey(@"Bundle", [beside stringByAppendingPathComponent:@"VantInstallation.bundle"])),
+        .media = absolutePath(stringForKey(@"Media", beside)),
+        .webSelection = absolutePath(stringForKey(@"WebSelection", nil)),
+        .site = stringForKey(@"Site", nil),
+        .output = absolutePath(stringForKey(@"Output", nil)),
+        .installRoot = [[[NSProcessInfo processInfo] environment] objectForKey:@"VANT_INSTALL_ROOT"],
+        .timeOut = secondsForKey(@"TimeOut", 600),
+        .linger = secondsForKey(@"Linger", 1),
+        .debug = [defaults boolForKey:@"Debug"] != NO,
+    };
+    useLanguage(settings.language);
+    return settings;
+}

@@ -1,0 +1,6 @@
+#pragma once
+#import "HostSettings.h"
+
+/// Leaves the user's choices where the pane looks for them, below "Vantrel" in the temporary folder: the settings file,
+/// the selection files with absolute locations, and the slide folders. What an earlier run left there is replaced.
+void VantWriteSelectionFiles(const HostSettings &settings);

@@ -1,0 +1,127 @@
+#import "WizardWindow.h"
+
+static const NSSize pageSize = {700, 470};
+static const CGFloat margin = 20;
+static const CGFloat headerHeight = 56;
+static const CGFloat footerHeight = 60;
+static const NSSize buttonSize = {112, 28};
+
+static NSString *hostString(NSString *key) {
+    return [[NSBundle mainBundle] localizedStringForKey:key value:nil table:nil];
+}
+
+@implementation WizardWindow
+
+- (id)initWithTarget:(id<WizardWindowTarget>)windowTarget {
+    self = [super init];
+    if (self == nil)
+        return nil;
+    target = windowTarget;
+    [self makeWindow];
+    NSView *content = [window contentView];
+    [self addHeaderTo:content];
+    [self addPaneAreaTo:content];
+    [self addButtonsTo:content];
+    [window center];
+    [window makeKeyAndOrderFront:self];
+    return self;
+}
+
+- (void)dealloc {
+    [window setDelegate:nil];
+    [window release];
+    [super dealloc];
+}
+
+- (void)makeWindow {
+    const NSRect frame = NSMakeRect(0, 0, pageSize.width, headerHeight + pageSize.height + footerHeight);
+    window = [[NSWindow alloc] initWithContentRect:frame
+                                         styleMask:NSTitledWindowMask | NSClosableWindowMask |
+                                                   NSMiniaturizableWindowMask | NSResizableWindowMask
+                                           backing:NSBackingStoreBuffered
+                                             defer:NO];
+    [window setReleasedWhenClosed:NO];
+    [window setTitle:hostString(@"WindowTitle")];
+    [window setContentMinSize:frame.size];
+    [window setDelegate:(id)self];
+}
+
+- (void)addRuleTo:(NSView *)content at:(CGFloat)y mask:(NSUInteger)mask {
+    NSBox *rule = [[NSBox alloc] initWithFrame:NSMakeRect(0, y, [content bounds].size.width, 1)];
+    [rule setBoxType:NSBoxSeparator];
+    [rule setTitlePosition:NSNoTitle];
+    [rule setAutoresizingMask:NSViewWidthSizable | mask];
+    [content addSubview:rule];
+    [rule release];
+}
+
+- (void)addHeaderTo:(NSView *)content {
+    const NSSize size = [content bounds].size;
+    const NSRect frame = NSMakeRect(margin, size.height - headerHeight + 14, size.width - 2 * margin, 28);
+    titleField = [[[NSTextField alloc] initWithFrame:frame] autorelease];
+    [titleField setFont:[NSFont boldSystemFontOfSize:18]];
+    [titleField setEditable:NO];
+    [titleField setSelectable:NO];
+    [titleField setBezeled:NO];
+    [titleField setDrawsBackground:NO];
+    [titleField setAutoresizingMask:NSViewWidthSizable | NSViewMinYMargin];
+    [content addSubview:titleField];
+    [self addRuleTo:content at:size.height - headerHeight mask:NSViewMinYMargin];
+}
+
+- (void)addPaneAreaTo:(NSView *)content {
+    const NSSize size = [content bounds].size;
+    const NSRect frame = NSMakeRect(0, footerHeight, size.width, size.height - headerHeight - footerHeight);
+    paneArea = [[[NSView alloc] initWithFrame:frame] autorelease];
+    [paneArea setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
+    [content addSubview:paneArea];
+}
+
+/// Cancel on the left, Go Back and Continue on the right, as wizards have them.
+- (void)addButtonsTo:(NSView *)content {
+    const CGFloat width = [content bounds].size.width;
+    const CGFloat lefts[] = {width - margin - 2 * buttonSize.width - 10, width - margin - buttonSize.width, margin};
+    NSString *const titles[] = {@"GoBackButton", @"ContinueButton", @"CancelButton"};
+    for (NSInteger i = 0; i < 3; ++i) {
+        const NSRect frame =
+            NSMakeRect(lefts[i], (footerHeight - buttonSize.height) / 2, buttonSize.width, buttonSize.height);
+        NSButton *button = [[[NSButton alloc] initWithFrame:frame] autorelease];
+        [button setTitle:hostString(titles[i])];
+        [button setBezelStyle:NSRoundedBezelStyle];
+        [button setTag:i + 1];
+        [button setTarget:self];
+        [button setAction:@selector(buttonPressed:)];
+        [button setAutoresizingMask:(i == 2 ? NSViewMaxXMargin : NSViewMinXMargin) | NSViewMaxYMargin];
+        [content addSubview:button];
+        buttons[i] = button;
+    }
+    [self addRuleTo:content at:footerHeight - 1 mask:NSViewMaxYMargin];
+}
+
+- (void)buttonPressed:(id)sender {
+    [target wizardButtonPressed:[sender tag]];
+}
+
+- (void)windowWillClose:(NSNotification *)notification {
+    (void)notification;
+    [target wizardWindowClosed];
+}
+
+- (void)showPage:(NSView *)view title:(NSString *)title {
+    [titleField setStringValue:title != nil ? title : @""];
+    if (view == nil)
+        return;
+    [view setFrame:[paneArea bounds]];
+    [view setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
+    [paneArea addSubview:view];
+}
+
+- (void)setButton:(NSInteger)number enabled:(BOOL)enabled {
+    [buttons[number - 1] setEnabled:enabled];
+}
+
+- (void)setButton:(NSInteger)number hidden:(BOOL)hidden {
+    [buttons[number - 1] setHidden:hidden];
+}
+
+@end
