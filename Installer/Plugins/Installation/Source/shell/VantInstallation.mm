@@ -14,13 +14,21 @@ int cdInstallIndex = 0;
 static NSString *const stringTable = @"Localizable-Inst";
 static const NSTimeInterval installationDelay = 3.0;
 
+/// Whether the object takes what the pane tells an observer. Anything else in its place counts as no observer at all.
+static BOOL isObserver(id object) {
+    return [object respondsToSelector:@selector(setIsButton1Enabled:)] &&
+           [object respondsToSelector:@selector(setIsButton2Enabled:)] &&
+           [object respondsToSelector:@selector(setIsButton3Enabled:)] &&
+           [object respondsToSelector:@selector(setIsButton3Hidden:)];
+}
+
 @implementation VantInstallation
 
 - (id)initWithModel:(NSDictionary *)model {
     // The observer comes before everything else, the root class's initialiser included: hosts rely on being reachable
     // from the moment the interface description loads.
     id observer = [model objectForKey:VantModelObserverKey];
-    mObserver = observer;
+    mObserver = isObserver(observer) ? observer : nil;
     if (![NSBundle loadNibNamed:@"VTInstallation" owner:self]) {
         [self release];
         return nil;
@@ -112,12 +120,18 @@ static const NSTimeInterval installationDelay = 3.0;
 
 - (id)langParser {
     // By name, so that an observer of any class will do.
-    return [mObserver performSelector:@selector(getLangParser)];
+    return [mObserver respondsToSelector:@selector(getLangParser)]
+               ? [mObserver performSelector:@selector(getLangParser)]
+               : nil;
 }
 
 - (NSString *)hostStringForKey:(NSString *)key {
     // Hosts' parsers take a second, empty string, which they ignore; only the key selects the text.
-    return [[self langParser] performSelector:@selector(getStringByKey:) withObject:key withObject:@""];
+    id parser = [self langParser];
+    if (![parser respondsToSelector:@selector(getStringByKey:)])
+        return nil;
+    id text = [parser performSelector:@selector(getStringByKey:) withObject:key withObject:@""];
+    return [text isKindOfClass:[NSString class]] ? text : nil;
 }
 
 - (NSString *)localizedStringForKey:(NSString *)key {
