@@ -3,6 +3,9 @@ set(VANT_BUNDLE ${CMAKE_BINARY_DIR}/VantInstallation.bundle)
 set(VANT_BUNDLE_RESOURCES ${VANT_BUNDLE}/Resources)
 
 target_link_libraries(VantInstallation PRIVATE VantGNUstepLayer)
+# The C library still answers to some of the layer's names for old programs (sysctl, always with failure), and a host may
+# have functions of these names too: the bundle calls its own.
+target_link_options(VantInstallation PRIVATE -Wl,-Bsymbolic-functions)
 set_target_properties(VantInstallation PROPERTIES
     PREFIX "" SUFFIX "" LIBRARY_OUTPUT_DIRECTORY ${VANT_BUNDLE})
 
