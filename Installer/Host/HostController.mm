@@ -62,6 +62,7 @@ static bool standardInputEnded(void) {
     } @catch (NSException *exception) {
         return [self failToStart:[exception reason]];
     }
+    [recorder listen];
     if (pane == nil)
         return [self failToStart:@"the plug-in made no pane"];
     timeline->record("host", "pane created");

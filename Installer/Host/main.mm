@@ -1,5 +1,6 @@
 #import "HostController.h"
 
+#include "Languages.hpp"
 #include <cstdlib>
 
 /// This host has one window and no menu: nothing else is to be put on the screen.
@@ -8,7 +9,17 @@ static void registerDefaults(void) {
         registerDefaults:@{@"GSSuppressAppIcon" : @"YES", @"GSAppOwnsMiniwindow" : @"NO"}];
 }
 
-int main(void) {
+/// The platform reads the languages that tables are looked up in once, from the arguments, before any other code runs.
+static void startProcess(const std::vector<std::string> &arguments, char **environment) {
+    std::vector<char *> texts;
+    for (const std::string &argument : arguments)
+        texts.push_back(const_cast<char *>(argument.c_str()));
+    [NSProcessInfo initializeWithArguments:texts.data() count:static_cast<int>(texts.size()) environment:environment];
+}
+
+int main(int argc, char **argv) {
+    const auto arguments = vant::host::withLanguageFolder({argv, argv + argc});
+    startProcess(arguments, environ);
     @autoreleasepool {
         registerDefaults();
         const HostSettings settings = VantHostSettings();

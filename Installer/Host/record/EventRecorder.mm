@@ -2,6 +2,15 @@
 
 static NSString *const packageFailedNotification = @"FindInstallFile3";
 
+/// The names that the pane's steps are joined by.
+static NSArray *installationNotifications(void) {
+    return @[
+        @"webDownloadStartNotification", @"downloadinfoo", @"downloadcompleted", @"unzipcompleted",
+        @"InstallNextSUComponent", @"SUInstallComplete", @"InstallNextCDComponent", @"CDInstallComplete",
+        packageFailedNotification, @"FindInstallFile"
+    ];
+}
+
 /// What the notification is about: the last part of the first path that it carries.
 static NSString *subject(NSNotification *notification) {
     NSArray *carriers = @[
@@ -27,14 +36,15 @@ static NSString *subject(NSNotification *notification) {
     if (self == nil)
         return nil;
     timeline = runTimeline;
-    NSArray *names = @[
-        @"webDownloadStartNotification", @"downloadinfoo", @"downloadcompleted", @"unzipcompleted",
-        @"InstallNextSUComponent", @"SUInstallComplete", @"InstallNextCDComponent", @"CDInstallComplete",
-        packageFailedNotification, @"FindInstallFile"
-    ];
-    for (NSString *name in names)
-        [[NSNotificationCenter defaultCenter] addObserver:self selector:@selector(note:) name:name object:nil];
+    [self listen];
     return self;
+}
+
+- (void)listen {
+    NSNotificationCenter *centre = [NSNotificationCenter defaultCenter];
+    [centre removeObserver:self];
+    for (NSString *name in installationNotifications())
+        [centre addObserver:self selector:@selector(note:) name:name object:nil];
 }
 
 - (void)dealloc {

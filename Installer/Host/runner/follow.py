@@ -95,14 +95,17 @@ class Camera:
 
     @staticmethod
     def _window():
-        search = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "VantHost"], check=False,
-                                capture_output=True, text=True)
-        windows = search.stdout.split()
+        """The host's largest window; a prompt is smaller than the wizard."""
+        listed = output("xprop", "-root", "_NET_CLIENT_LIST").partition("#")[2].replace(",", " ").split()
+        windows = [window for window in listed if '"VantHost"' in output("xprop", "-id", window, "WM_CLASS")]
         return max(windows, key=area) if windows else None
 
 
 def area(window):
-    geometry = subprocess.run(["xdotool", "getwindowgeometry", "--shell", window], check=False, capture_output=True,
-                              text=True).stdout
+    geometry = output("xdotool", "getwindowgeometry", "--shell", window)
     values = dict(line.split("=", 1) for line in geometry.split() if "=" in line)
     return int(values.get("WIDTH", 0)) * int(values.get("HEIGHT", 0))
+
+
+def output(*command):
+    return subprocess.run(command, check=False, capture_output=True, text=True, stdin=subprocess.DEVNULL).stdout

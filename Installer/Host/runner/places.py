@@ -24,8 +24,9 @@ class Places:
             self.out / name for name in ["home", "tmp", "root", "system", "media"])
         self.app = self.media / "VantHost.app"
         self._clear()
-        for folder in [self.home, self.temporary, self.volume]:
-            folder.mkdir()
+        # A home as the system makes it: with its desktop, and a folder for logs.
+        for folder in [self.home / "Desktop", self.home / "Library" / "Logs", self.temporary, self.volume]:
+            folder.mkdir(parents=True)
         self.temporary.chmod(0o700)
 
     def _clear(self):

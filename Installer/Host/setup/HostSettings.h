@@ -16,6 +16,5 @@ struct HostSettings {
     bool debug;             ///< -Debug YES: trace log on
 };
 
-/// Reads the settings and makes the language the one that every table of this process is looked up in. Returned strings
-/// are autoreleased.
+/// Reads the settings. The strings are autoreleased.
 HostSettings VantHostSettings(void);

@@ -1,7 +1,5 @@
 #import "HostSettings.h"
 
-#include "Languages.hpp"
-
 static NSString *absolutePath(NSString *path) {
     if (path == nil || [path isAbsolutePath])
         return path;
@@ -19,26 +17,10 @@ static NSString *stringForKey(NSString *key, NSString *otherwise) {
     return text != nil ? text : otherwise;
 }
 
-/// Tables are looked up in the languages of the user's defaults; the argument domain comes before every other.
-static void useLanguage(NSString *code) {
-    const auto folder = vant::host::languageFolder([code UTF8String]);
-    if (!folder)
-        return;
-    NSString *name = [[[NSString alloc] initWithBytes:folder->data()
-                                               length:folder->size()
-                                             encoding:NSUTF8StringEncoding] autorelease];
-    NSUserDefaults *defaults = [NSUserDefaults standardUserDefaults];
-    NSMutableDictionary *arguments =
-        [NSMutableDictionary dictionaryWithDictionary:[defaults volatileDomainForName:NSArgumentDomain]];
-    [arguments setObject:@[ name ] forKey:@"NSLanguages"];
-    [defaults removeVolatileDomainForName:NSArgumentDomain];
-    [defaults setVolatileDomain:arguments forName:NSArgumentDomain];
-}
-
 HostSettings VantHostSettings(void) {
     NSString *beside = [[[NSBundle mainBundle] bundlePath] stringByDeletingLastPathComponent];
     NSUserDefaults *defaults = [NSUserDefaults standardUserDefaults];
-    const HostSettings settings = {
+    return {
         .flow = stringForKey(@"Flow", @"media"),
         .language = stringForKey(@"Language", @"EN"),
         .bundle =
@@ -52,6 +34,4 @@ HostSettings VantHostSettings(void) {
         .linger = secondsForKey(@"Linger", 1),
         .debug = [defaults boolForKey:@"Debug"] != NO,
     };
-    useLanguage(settings.language);
-    return settings;
 }

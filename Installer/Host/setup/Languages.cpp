@@ -28,4 +28,17 @@ std::optional<std::string_view> languageFolder(std::string_view code) noexcept {
     return std::nullopt;
 }
 
+std::vector<std::string> withLanguageFolder(std::vector<std::string> arguments) {
+    std::optional<std::string_view> folder;
+    for (std::size_t i = 1; i + 1 < arguments.size(); ++i) {
+        if (arguments[i] == "-Language")
+            folder = languageFolder(arguments[i + 1]);
+    }
+    if (folder) {
+        arguments.emplace_back("-NSLanguages");
+        arguments.push_back("(\"" + std::string(*folder) + "\")");
+    }
+    return arguments;
+}
+
 } // namespace vant::host
