@@ -67,7 +67,6 @@ void ArchiveReader::openFile(const std::string &path) {
 }
 
 void ArchiveReader::openSource(ByteSource &source) {
-    archive_read_support_filter_gzip(handle());
     archive_read_support_filter_bzip2(handle());
     check(archive_read_open(handle(), &source, nullptr, readSource, nullptr), "the archive cannot be opened");
 }

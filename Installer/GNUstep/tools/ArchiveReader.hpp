@@ -21,7 +21,7 @@ class ArchiveReader {
 public:
     /// A zip by its path: links and modes stand only in the directory at its end, so a stream will not do.
     static ArchiveReader zip(const std::string &path);
-    /// A cpio, plain or compressed with gzip or bzip2. The source must outlive the reader.
+    /// A cpio, plain or compressed with bzip2 (for gzip, see GunzipSource). The source must outlive the reader.
     static ArchiveReader cpio(ByteSource &source);
     /// A package's payload: as `cpio`, and the tar formats, which old bundle packages use.
     static ArchiveReader payload(ByteSource &source);

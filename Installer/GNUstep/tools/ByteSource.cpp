@@ -11,6 +11,12 @@
 
 namespace vant {
 
+namespace {
+
+constexpr std::size_t magicLength = 4;
+
+} // namespace
+
 std::span<const char> ByteSource::next() {
     const std::size_t ready = ahead_ > 0 ? std::exchange(ahead_, 0) : fill(buffer_);
     taken_ += ready;
@@ -18,13 +24,13 @@ std::span<const char> ByteSource::next() {
 }
 
 std::string ByteSource::magic() {
-    while (ahead_ < 4) {
+    while (ahead_ < magicLength) {
         const auto more = fill(std::span(buffer_).subspan(ahead_));
         if (more == 0)
             break;
         ahead_ += more;
     }
-    return {buffer_.data(), std::min<std::size_t>(ahead_, 4)};
+    return {buffer_.data(), std::min(ahead_, magicLength)};
 }
 
 void ByteSource::drain() {

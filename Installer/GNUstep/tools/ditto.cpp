@@ -1,6 +1,7 @@
 // Expands an archive into a folder:  ditto -xk ARCHIVE.zip FOLDER   or   ditto -x ARCHIVE.cpio[.gz] FOLDER
 #include "Expansion.hpp"
 #include "ExpansionError.hpp"
+#include "GunzipSource.hpp"
 #include "Staging.hpp"
 #include "Watchdog.hpp"
 
@@ -59,7 +60,9 @@ void run(const Request &request, const vant::Watchdog &watchdog) {
         expandInto(reader, staging.folder(), watchdog);
         return staging.commit();
     }
-    vant::FileSource source(request.archive);
+    vant::FileSource file(request.archive);
+    std::unique_ptr<vant::GunzipSource> gunzip;
+    auto &source = vant::decompressed(file, gunzip);
     auto reader = vant::ArchiveReader::cpio(source);
     vant::Staging staging(request.folder);
     expandInto(reader, staging.folder(), watchdog);

@@ -1,6 +1,7 @@
 // Installs a package into the folder that stands for the volume:  installer [-verboseR] -pkg PATH -target /
 #include "Expansion.hpp"
 #include "ExpansionError.hpp"
+#include "GunzipSource.hpp"
 #include "InstallReport.hpp"
 #include "Package.hpp"
 #include "Watchdog.hpp"
@@ -92,9 +93,12 @@ private:
         vant::withPayload(package_, component, [&](vant::ByteSource &source) {
             if (source.magic() == "pbzx")
                 throw vant::ExpansionError("The package's payload is compressed as pbzx, which cannot be read here.");
-            auto reader = vant::ArchiveReader::payload(source);
+            std::unique_ptr<vant::GunzipSource> gunzip;
+            auto &plain = vant::decompressed(source, gunzip);
+            auto reader = vant::ArchiveReader::payload(plain);
             vant::Destination destination(place);
             vant::expand(reader, destination, limits_, [&] { progress(source.taken()); });
+            plain.drain();
         });
     }
 

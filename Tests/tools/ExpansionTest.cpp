@@ -1,0 +1,63 @@
+#include "Expansion.hpp"
+#include "ArchiveBuilder.hpp"
+#include "ExpansionError.hpp"
+#include "Jail.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vant {
+
+using samples::file;
+using samples::Filter;
+using samples::Format;
+
+namespace {
+
+class Expansion : public testing::Test {
+protected:
+    /// Expands three files of four bytes each; the error text when that fails, "" otherwise.
+    std::string expandWith(const Limits &limits) {
+        const std::vector<samples::Item> items{file("a", "1234"), file("b", "1234"), file("c", "1234")};
+        FileSource source(writeArchive(jail_.path("a.cpio"), Format::Cpio, Filter::None, items));
+        auto reader = ArchiveReader::cpio(source);
+        Destination destination(jail_.path("out"));
+        try {
+            done_ = expand(reader, destination, limits, [this] { ++calls_; });
+            return {};
+        } catch (const ExpansionError &error) {
+            return error.what();
+        }
+    }
+
+    test::Jail jail_;
+    Expanded done_;
+    int calls_ = 0;
+};
+
+} // namespace
+
+TEST_F(Expansion, CountsEntriesAndBytes) {
+    EXPECT_EQ(expandWith({}), "");
+    EXPECT_EQ(done_.entries, 3U);
+    EXPECT_EQ(done_.bytes, 12U);
+}
+
+TEST_F(Expansion, TellsOfEveryEntryAndEveryBlock) {
+    EXPECT_EQ(expandWith({}), "");
+    EXPECT_EQ(calls_, 6);
+}
+
+TEST_F(Expansion, StopsAtTheLimitOfEntries) {
+    EXPECT_EQ(expandWith({.entries = 3}), "");
+    EXPECT_EQ(expandWith({.entries = 2}), "the archive holds more than 2 entries");
+    EXPECT_TRUE(std::filesystem::exists(jail_.path("out/b")));
+}
+
+TEST_F(Expansion, StopsAtTheLimitOfBytesAndLeavesNoHalfFile) {
+    EXPECT_EQ(expandWith({.bytes = 12}), "");
+    std::filesystem::remove_all(jail_.path("out"));
+    EXPECT_EQ(expandWith({.bytes = 11}), "the archive holds more than 11 bytes");
+    EXPECT_FALSE(std::filesystem::exists(jail_.path("out/c")));
+}
+
+} // namespace vant
