@@ -7,6 +7,7 @@
     IBOutlet NSButton *nextButton;
     IBOutlet NSMatrix *pageIndicator;
     IBOutlet NSImageView *slide;
+    IBOutlet NSTextField *title;
     IBOutlet NSTableView *table;
     IBOutlet NSButton *link;
 }

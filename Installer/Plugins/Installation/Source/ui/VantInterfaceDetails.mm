@@ -24,13 +24,25 @@ static void describe(id control, NSString *description) {
 @implementation VantInterfaceDetails
 
 - (void)awakeFromNib {
+    [self settleControls];
     [self showImages];
     [self showLink];
     describe(backButton, text(@"PreviousPage"));
     describe(nextButton, text(@"NextPage"));
     describe(pageIndicator, text(@"PageIndicator"));
     describe(table, text(@"ComponentTable"));
+}
+
+// Not every platform reads these from an interface description.
+- (void)settleControls {
+    [title setFont:[NSFont boldSystemFontOfSize:[[title font] pointSize]]];
     [table setHeaderView:nil];
+    [table setCornerView:nil];
+    [[table enclosingScrollView] tile];
+    [table sizeLastColumnToFit];
+    for (NSView *view in [[slide superview] subviews])
+        if ([view isKindOfClass:[NSProgressIndicator class]])
+            [(NSProgressIndicator *)view setDisplayedWhenStopped:YES];
 }
 
 - (void)showImages {
@@ -49,9 +61,9 @@ static void describe(id control, NSString *description) {
         NSForegroundColorAttributeName : [NSColor blueColor],
         NSUnderlineStyleAttributeName : @(NSUnderlineStyleSingle)
     };
-    NSAttributedString *title = [[NSAttributedString alloc] initWithString:text(@"SupportLink") attributes:attributes];
-    [link setAttributedTitle:title];
-    [title release];
+    NSAttributedString *label = [[NSAttributedString alloc] initWithString:text(@"SupportLink") attributes:attributes];
+    [link setAttributedTitle:label];
+    [label release];
 }
 
 - (IBAction)openSupportPage:(id)sender {

@@ -1,0 +1,58 @@
+#import "VantTheme.h"
+
+#import "ThemeColours.h"
+
+/// The typeface for the language that the user reads best.
+static NSString *typeface(void) {
+    NSArray *languages = [NSUserDefaults userLanguages];
+    NSString *language = [languages count] > 0 ? [languages objectAtIndex:0] : @"";
+    if ([language hasPrefix:@"ko"])
+        return @"NotoSansCJKkr";
+    if ([language hasPrefix:@"zh-Hans"])
+        return @"NotoSansCJKsc";
+    return [language hasPrefix:@"zh-Hant"] ? @"NotoSansCJKtc" : @"Inter";
+}
+
+static NSColor *colour(vant::host::Colour value) {
+    return [NSColor colorWithCalibratedRed:value.red green:value.green blue:value.blue alpha:1.0];
+}
+
+@implementation VantTheme
+
++ (void)registerFonts {
+    NSString *regular = [typeface() stringByAppendingString:@"-Regular"];
+    NSString *bold = [typeface() stringByAppendingString:@"-Bold"];
+    NSMutableDictionary *fonts = [NSMutableDictionary dictionary];
+    for (NSString *role in @[
+             @"NSFont", @"NSUserFont", @"NSControlContentFont", @"NSLabelFont", @"NSMenuFont", @"NSMessageFont",
+             @"NSToolTipsFont"
+         ])
+        [fonts setObject:regular forKey:role];
+    for (NSString *role in @[ @"NSBoldFont", @"NSTitleBarFont", @"NSPaletteFont" ])
+        [fonts setObject:bold forKey:role];
+    [fonts setObject:@"13" forKey:@"NSFontSize"];
+    [[NSUserDefaults standardUserDefaults] registerDefaults:fonts];
+}
+
++ (void)use {
+    VantTheme *theme = [[VantTheme alloc] initWithBundle:[NSBundle mainBundle]];
+    [GSTheme setTheme:theme];
+    [theme release];
+}
+
+- (NSString *)name {
+    return @"Vant";
+}
+
+- (NSColorList *)colors {
+    NSColorList *list = [[[NSColorList alloc] initWithName:@"System"] autorelease];
+    for (const vant::host::NamedColour &each : vant::host::systemColours)
+        [list setColor:colour(each.colour) forKey:[NSString stringWithUTF8String:each.name]];
+    return list;
+}
+
+- (Class)colorClass {
+    return [NSColor class];
+}
+
+@end
