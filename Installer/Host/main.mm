@@ -1,4 +1,5 @@
 #import "HostController.h"
+#import "VantTheme.h"
 
 #include "Languages.hpp"
 #include <cstdlib>
@@ -23,7 +24,9 @@ int main(int argc, char **argv) {
     @autoreleasepool {
         registerDefaults();
         const HostSettings settings = VantHostSettings();
+        [VantTheme registerFonts];
         NSApplication *application = [NSApplication sharedApplication];
+        [VantTheme use];
         HostController *controller = [[HostController alloc] initWithSettings:settings];
         [application setDelegate:(id)controller];
         [application run];

@@ -47,17 +47,17 @@ static NSRect grooveOf(NSProgressIndicator *bar, NSRect bounds) {
 }
 
 static void drawBar(NSProgressIndicator *bar, NSRect bounds, int count, double fraction) {
-    const NSRect groove = grooveOf(bar, bounds);
-    fillRounded(groove, barHeight / 2, paint(vant::host::groove));
-    NSRect filled = groove;
+    const NSRect track = grooveOf(bar, bounds);
+    fillRounded(track, barHeight / 2, paint(vant::host::groove));
+    NSRect filled = track;
     if ([bar isIndeterminate]) {
-        filled.size.width = groove.size.width / 4;
-        filled.origin.x += (groove.size.width - filled.size.width) * (1 - std::cos(count * 0.15)) / 2;
+        filled.size.width = track.size.width / 4;
+        filled.origin.x += (track.size.width - filled.size.width) * (1 - std::cos(count * 0.15)) / 2;
     } else {
         if (fraction <= 0)
             return;
         // Never narrower than its own rounding.
-        filled.size.width = std::max(groove.size.height, std::round(groove.size.width * fraction));
+        filled.size.width = std::max(track.size.height, std::round(track.size.width * fraction));
     }
     fillRounded(filled, barHeight / 2, paint(accent));
 }

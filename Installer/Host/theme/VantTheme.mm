@@ -4,7 +4,7 @@
 
 /// The typeface for the language that the user reads best.
 static NSString *typeface(void) {
-    NSArray *languages = [NSUserDefaults userLanguages];
+    NSArray *languages = [[NSUserDefaults standardUserDefaults] stringArrayForKey:@"NSLanguages"];
     NSString *language = [languages count] > 0 ? [languages objectAtIndex:0] : @"";
     if ([language hasPrefix:@"ko"])
         return @"NotoSansCJKkr";
