@@ -63,6 +63,9 @@ OSStatus AuthorizationCopyRights(AuthorizationRef authorization, const Authoriza
                                  const AuthorizationEnvironment *environment, AuthorizationFlags flags,
                                  AuthorizationRights **authorizedRights);
 
+/// Frees the set that AuthorizationCopyRights has given.
+OSStatus AuthorizationFreeItemSet(AuthorizationItemSet *set);
+
 /// Runs a tool with the handle's rights. The stream, when asked for, is the tool's standard input and output. The tool
 /// is a plain child of the caller: its process id is not told and nothing waits for it.
 OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char *pathToTool,
