@@ -2,18 +2,28 @@
 
 #import <AppKit/AppKit.h>
 
+#include <sys/eventfd.h>
+
 #include "WorkQueue.hpp"
 
-/// Brings the queued work to the main thread's run loop.
-@interface VantMainQueue : NSObject {
+/// Brings the queued work to the main thread's run loop, which watches one event descriptor for it. Performing a
+/// message on the main thread would not do: GNUstep serves such messages in the default mode alone, and performs one
+/// that the main thread sends to itself at once when no run loop has run yet.
+@interface VantMainQueue : NSObject <RunLoopEvents> {
     vant::WorkQueue work;
-    NSArray *modes;
+    int wakeUps;
 }
 + (VantMainQueue *)queue;
 - (void)add:(vant::WorkItem)item;
 @end
 
 @implementation VantMainQueue
+
++ (void)load {
+    @autoreleasepool {
+        [[self queue] performSelectorOnMainThread:@selector(watch) withObject:nil waitUntilDone:NO];
+    }
+}
 
 + (VantMainQueue *)queue {
     static VantMainQueue *const queue = [[VantMainQueue alloc] init];
@@ -22,9 +32,18 @@
 
 - (id)init {
     if ((self = [super init]))
-        modes = [[NSArray alloc] initWithObjects:NSDefaultRunLoopMode, NSRunLoopCommonModes, NSEventTrackingRunLoopMode,
-                                                 NSModalPanelRunLoopMode, nil];
+        wakeUps = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     return self;
+}
+
+- (void)watch {
+    NSArray *modes =
+        [NSArray arrayWithObjects:NSDefaultRunLoopMode, NSEventTrackingRunLoopMode, NSModalPanelRunLoopMode, nil];
+    for (NSString *mode in modes)
+        [[NSRunLoop currentRunLoop] addEvent:reinterpret_cast<void *>(static_cast<intptr_t>(wakeUps))
+                                        type:ET_RDESC
+                                     watcher:self
+                                     forMode:mode];
 }
 
 - (void)add:(vant::WorkItem)item {
@@ -33,10 +52,14 @@
 }
 
 - (void)wakeUp {
-    // The caller may be a thread that has no pool.
-    @autoreleasepool {
-        [self performSelectorOnMainThread:@selector(drain) withObject:nil waitUntilDone:NO modes:modes];
-    }
+    eventfd_write(wakeUps, 1);
+}
+
+- (void)receivedEvent:(void *)data type:(RunLoopEventType)type extra:(void *)extra forMode:(NSString *)mode {
+    (void)data, (void)type, (void)extra, (void)mode;
+    eventfd_t count = 0;
+    eventfd_read(wakeUps, &count);
+    [self drain];
 }
 
 // The queue is serial: work that runs a run loop of its own holds back what stands behind it, as on the platform.
