@@ -1,11 +1,14 @@
 #import <AppKit/AppKit.h>
 
 #include "Jail.hpp"
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <iostream>
+#include <sstream>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -70,8 +73,21 @@ void setEnvironment(const Jail &jail) {
     setVariable("LD_PRELOAD", sanitizer.empty() ? "libnss_wrapper.so" : sanitizer + ":libnss_wrapper.so");
 }
 
+/// Ends what the test process has left running: the platform starts a daemon for each home folder, and a test may leave
+/// an installer behind. This process adopts them all.
+void endLeftovers() {
+    const std::string self = std::to_string(getpid());
+    const std::string children = vant::test::contentsOf("/proc/self/task/" + self + "/children");
+    std::istringstream ids(children);
+    for (pid_t child = 0; ids >> child;) {
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+    }
+}
+
 int runJailed(char **arguments) {
     const Jail jail;
+    prctl(PR_SET_CHILD_SUBREAPER, 1);
     makeFolders(jail);
     const std::string host = makeHost(jail).string();
     setEnvironment(jail);
@@ -85,6 +101,7 @@ int runJailed(char **arguments) {
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
+    endLeftovers();
     if (WIFSIGNALED(status))
         std::cerr << "the test process was ended by signal " << WTERMSIG(status) << "\n";
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
