@@ -30,14 +30,26 @@ Descriptor step(int above, const std::string &name, bool create) {
     return folder;
 }
 
+/// All components of the path, its name included.
+std::vector<std::string> wayTo(const EntryPath &path) {
+    auto way = path.folders;
+    way.push_back(path.name);
+    return way;
+}
+
 } // namespace
 
-Destination::Destination(const std::string &folder) {
+Destination::Destination(const std::string &folder, const EntryPath &below) {
     std::error_code problem;
     std::filesystem::create_directories(folder, problem);
     root_ = Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!root_)
         throw systemError(folder, problem ? problem.value() : errno);
+    if (below.name.empty())
+        return;
+    const auto way = wayTo(below);
+    root_ = openFolder(way, true);
+    depth_ = way.size();
 }
 
 Descriptor Destination::openFolder(std::span<const std::string> folders, bool create) const {
@@ -96,7 +108,7 @@ Descriptor Destination::createFile(const EntryPath &path, mode_t mode) {
 }
 
 void Destination::makeLink(const EntryPath &path, const std::string &target) {
-    if (path.name.empty() || !linkStaysInside(path.folders.size(), target))
+    if (path.name.empty() || !linkStaysInside(depth_ + path.folders.size(), target))
         throw ExpansionError(path.text() + ": refused, a link to \"" + target + "\" leads out of the destination");
     const int parent = parentOf(path);
     clearWay(parent, path);
@@ -129,9 +141,7 @@ void Destination::finish() {
     // Last made first: a parent that ends up closed to writing must not keep its children from their modes.
     for (; !made_.empty(); made_.pop_back()) {
         const auto &folder = made_.back();
-        auto way = folder.path.folders;
-        way.push_back(folder.path.name);
-        const auto open = openFolder(way, false);
+        const auto open = openFolder(wayTo(folder.path), false);
         const std::timespec times[] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, folder.modified};
         if (::fchmod(open.get(), folder.mode) != 0 || ::futimens(open.get(), times) != 0)
             throw systemError(folder.path.text(), errno);

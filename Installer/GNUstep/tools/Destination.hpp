@@ -16,8 +16,10 @@ namespace vant {
 /// Errors are ExpansionErrors that name the entry. One thread.
 class Destination {
 public:
-    /// Creates the folder with its intermediate ones where they are missing. The path itself may pass through links.
-    explicit Destination(const std::string &folder);
+    /// Creates the folder with its intermediate ones where they are missing. The path itself may pass through links, but
+    /// none is followed on the way to `below`, the place in the folder that entries' paths begin at. Links may lead
+    /// anywhere inside the folder.
+    explicit Destination(const std::string &folder, const EntryPath &below = {});
 
     /// Makes sure that the folder exists; the mode and the time are given to a new one in `finish`.
     void makeFolder(const EntryPath &path, mode_t mode, std::timespec modified);
@@ -44,6 +46,7 @@ private:
     void clearWay(int parent, const EntryPath &path) const;
 
     Descriptor root_;
+    std::size_t depth_ = 0; ///< folders between the folder and the place that entries' paths begin at
     Descriptor parent_;
     std::vector<std::string> parentFolders_;
     std::vector<MadeFolder> made_;

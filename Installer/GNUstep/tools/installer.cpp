@@ -65,12 +65,12 @@ std::optional<std::filesystem::path> volume() {
 }
 
 /// The folder of the volume that a component goes to.
-std::filesystem::path placeOf(const std::filesystem::path &root, const vant::Component &component) {
+vant::EntryPath placeOf(const vant::Component &component) {
     const auto inside = std::filesystem::path(component.installLocation).relative_path();
-    const auto entry = vant::safeEntryPath(inside.empty() ? "." : inside.string());
-    if (!entry)
+    const auto place = vant::safeEntryPath(inside.empty() ? "." : inside.string());
+    if (!place)
         throw vant::ExpansionError("The package wants to be installed outside of the volume.");
-    return root / entry->text();
+    return *place;
 }
 
 class Installation {
@@ -82,21 +82,21 @@ public:
         progress(0);
         for (const auto &component : package_.components) {
             if (!component.payload.empty())
-                unpack(component, placeOf(root, component));
+                unpack(component, root);
             finished_ += component.size;
             progress(0);
         }
     }
 
 private:
-    void unpack(const vant::Component &component, const std::filesystem::path &place) {
+    void unpack(const vant::Component &component, const std::filesystem::path &root) {
         vant::withPayload(package_, component, [&](vant::ByteSource &source) {
             if (source.magic() == "pbzx")
                 throw vant::ExpansionError("The package's payload is compressed as pbzx, which cannot be read here.");
             std::unique_ptr<vant::GunzipSource> gunzip;
             auto &plain = vant::decompressed(source, gunzip);
             auto reader = vant::ArchiveReader::payload(plain);
-            vant::Destination destination(place);
+            vant::Destination destination(root, placeOf(component));
             vant::expand(reader, destination, limits_, [&] { progress(source.taken()); });
             plain.drain();
         });
