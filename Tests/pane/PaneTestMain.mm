@@ -43,6 +43,8 @@ fs::path makeHost(const Jail &jail) {
     writeFile(host / "Resources" / "Manual.pkg", "a package of the host");
     writeFile(host / "Resources" / "English.lproj" / "Localizable-Inst.strings",
               "\"WebInstallTitle\" = \"Installing Software\";\n");
+    // Empty, but there: a bundle remembers which files it has, so a table made later would never be found.
+    writeFile(host / "Resources" / "English.lproj" / "Localizable.strings", "");
     fs::copy_file("/proc/self/exe", host / "TestHost");
     return host / "TestHost";
 }

@@ -39,6 +39,7 @@ constexpr PercentCase percentCases[] = {
     {"installer:%5e-1.0\n",             0.5,   5},
     {"installer:%1e99.0\n",             1e99,  1},
     {"installer:%e2.0\n",               0,     0},
+    {"installer:%e999.0\n",             0,     0},
     {"installer:%5e.0\n",               5,     5},
     {"installer:%0x9.0\n",              0,     0},
     {"installer:%nan.0\n",              0,     0},
@@ -61,7 +62,7 @@ constexpr const char *linesWithoutPercentage[] = {
     "installer:%12345.0\n", "installer:%     1.0\n", "installer:%12,500000\n", "installer: % 12.0\n",
     "INSTALLER:%12.0\n", "Installer:%12.0\n", "installer:PHASE:Writing files\xE2\x80\xA6\n", "installer:STATUS:\n",
     "installer: Package name is A.B\n", "%12.0\n", "nstaller:%12.0\n", "installer:12.0%\n", "installer:%12345installer:%6.0\n",
-    "installer:%\xE2\x80\xA6\xE2\x80\xA6\xE2\x80\xA6\xE2\x80\xA6\xE2\x80\xA6.5\n",
+    "installer:%\xE2\x80\xA6\xE2\x80\xA6\xE2\x80\xA6\xE2\x80\xA6\xE2\x80\xA6.5\n", "installer:%\x97 1234.5\n",
 };
 
 constexpr const char *linesThatNeverFail[] = {

@@ -22,7 +22,7 @@ constexpr bool continuesCharacter(char byte) noexcept {
 std::optional<std::string_view> wholePart(std::string_view text) noexcept {
     int characters = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!continuesCharacter(text[i]) && ++characters > pointLimit)
+        if ((i == 0 || !continuesCharacter(text[i])) && ++characters > pointLimit)
             break;
         if (text[i] == '.')
             return text.substr(0, i);
@@ -35,27 +35,30 @@ std::string_view withoutLeadingBlanks(std::string_view text) noexcept {
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-/// Takes a signed whole number off the front of the text; 0, and nothing taken, where there is none.
-int takeInteger(std::string_view &text) noexcept {
+/// Takes a signed whole number off the front of the text; takes nothing where there is none.
+std::optional<int> takeInteger(std::string_view &text) noexcept {
     const bool hasPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
     const std::string_view digits = text.substr(hasPlus ? 1 : 0);
     int value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (error == std::errc())
-        text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    if (error != std::errc())
+        return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
     return value;
 }
 
 /// Reads the text as Cocoa reads numbers from strings: the longest number at the front, 0 where there is none.
 Percentage readPercentage(std::string_view text) noexcept {
     std::string_view rest = withoutLeadingBlanks(text);
-    const int whole = takeInteger(rest);
-    double value = whole;
+    const std::optional<int> whole = takeInteger(rest);
+    if (!whole)
+        return {};
+    double value = *whole;
     if (!rest.empty() && (rest.front() == 'e' || rest.front() == 'E')) {
         rest.remove_prefix(1);
-        value *= std::pow(10.0, takeInteger(rest));
+        value *= std::pow(10.0, takeInteger(rest).value_or(0));
     }
-    return {.value = value, .whole = whole};
+    return {.value = value, .whole = *whole};
 }
 
 std::optional<Percentage> percentageOf(std::string_view line) noexcept {
