@@ -1,0 +1,102 @@
+#import "InstallTest.h"
+
+#import "InstallNotifications.h"
+#import "VantInstallation+AdministratorRights.h"
+#import "VantInstallation+PackageInstaller.h"
+#import "VantInstallation+WebDriver.h"
+
+#include "Jail.hpp"
+
+namespace fs = std::filesystem;
+
+namespace vant::test {
+
+// The bundle is loaded at run time, so its constants are not linked here: the names stand as they are posted.
+static NSString *const endings[] = {@"InstallNextSUComponent", @"SUInstallComplete", @"InstallNextCDComponent",
+                                    @"CDInstallComplete", @"FindInstallFile3"};
+
+InstallTest::InstallTest() {
+    createIdlePane();
+    mediaList = field<NSMutableArray *>(pane, "mInstallCompArrayForCDUpdate");
+    webList = field<NSMutableArray *>(pane, "mInstallCompArrayForSmartUpdate");
+    outcomes = field<NSMutableDictionary *>(pane, "mInstalledPackageDict");
+    const NSRect frame = NSMakeRect(0, 0, 200, 20);
+    bar = field<NSProgressIndicator *>(pane, "mVTPackageInstallationProg") =
+        [[NSProgressIndicator alloc] initWithFrame:frame];
+    dummyBar = field<NSProgressIndicator *>(pane, "mVTPackageInstallationProgDummy") =
+        [[NSProgressIndicator alloc] initWithFrame:frame];
+    downloadBar = field<NSProgressIndicator *>(pane, "mVTPackageDownloadProg") =
+        [[NSProgressIndicator alloc] initWithFrame:frame];
+    statusLine = field<NSTextField *>(pane, "mProgressInfoTF") = [[NSTextField alloc] initWithFrame:frame];
+    [bar setIndeterminate:NO];
+    for (NSString *name : endings)
+        [log watch:name];
+    EXPECT_TRUE([pane obtainAdministratorRights]);
+    scratch = jail() / "scratch";
+    fs::create_directories(scratch);
+    setSuccessfulInstaller();
+}
+
+NSDictionary *InstallTest::addMedia(NSString *kind, NSString *location) {
+    [mediaList addObject:@{@"TYPE" : kind, @"LOCATION" : location}];
+    return [mediaList lastObject];
+}
+
+NSDictionary *InstallTest::addWeb(NSString *componentName, NSString *installerPath) {
+    [webList addObject:@{@"componentname" : componentName, @"installerpath" : installerPath}];
+    return [webList lastObject];
+}
+
+void InstallTest::addMediaPackages(int count) {
+    for (int i = 0; i < count; ++i)
+        addMedia(@"Fax", [NSString stringWithFormat:@"/media/Package %d.pkg", i]);
+}
+
+bool InstallTest::run(SEL operation, NSDictionary *record, double seconds) {
+    const NSUInteger before = [[log names] count];
+    [NSThread detachNewThreadSelector:operation toTarget:pane withObject:record];
+    return waitUntil([&] { return [[log names] count] > before; }, seconds);
+}
+
+bool InstallTest::installMedia(NSDictionary *record, double seconds) {
+    return run(@selector(installCDComponentAtPath:), record, seconds);
+}
+
+bool InstallTest::installWeb(NSDictionary *record, double seconds) {
+    return run(@selector(installCompoentAtPath:), record, seconds);
+}
+
+void InstallTest::followTheChain() {
+    for (NSString *name : endings)
+        [[NSNotificationCenter defaultCenter] addObserver:pane
+                                                 selector:@selector(receiveNotification1:)
+                                                     name:name
+                                                   object:nil];
+}
+
+std::string InstallTest::outcome(NSString *fileName) const {
+    id word = [outcomes objectForKey:fileName];
+    return word == nil ? std::string() : text(word);
+}
+
+std::string InstallTest::statusText() const {
+    return text([statusLine stringValue]);
+}
+
+double InstallTest::barValue() const {
+    return [bar doubleValue];
+}
+
+std::string InstallTest::trace() const {
+    return contentsOf(traceLog());
+}
+
+int InstallTest::tracedCount(std::string_view sought) const {
+    const std::string written = trace();
+    int count = 0;
+    for (std::size_t at = written.find(sought); at != std::string::npos; at = written.find(sought, at + 1))
+        ++count;
+    return count;
+}
+
+} // namespace vant::test

@@ -1,0 +1,124 @@
+#import "VantInstallation+ShellTasks.h"
+
+#include "Jail.hpp"
+#import "PaneTest.h"
+
+#include <cstdlib>
+
+using namespace vant::test;
+namespace fs = std::filesystem;
+
+/// Counts what the run loop brings it.
+@interface VantTickCounter : NSObject {
+@public
+    int ticks;
+}
+@end
+
+@implementation VantTickCounter
+- (void)tick:(id)sender {
+    (void)sender;
+    ++ticks;
+}
+@end
+
+class ShellTasks : public PaneTest {
+protected:
+    ShellTasks() {
+        createIdlePane();
+        fs::create_directories(folder);
+    }
+
+    void run(const std::string &command) { [pane taskForShellCommand:ns(command)]; }
+
+    /// A stand-in for the expander that writes down its arguments, one a line.
+    void recordExpansions(const char *ending = "") {
+        writeProgram(folder / "bin/ditto", "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\" >> '" +
+                                               (folder / "arguments").string() + "'; done\n" + ending);
+        setenv("PATH", ((folder / "bin").string() + ":" + std::getenv("PATH")).c_str(), 1);
+    }
+    std::string arguments() { return contentsOf(folder / "arguments"); }
+
+    const fs::path folder = jail() / "scratch";
+    const std::string out = (folder / "out").string();
+};
+
+TEST_F(ShellTasks, ACommandHasEndedWhenTheCallReturns) {
+    run("sleep 0.3; echo done > " + out);
+    EXPECT_EQ(contentsOf(out), "done\n");
+}
+
+TEST_F(ShellTasks, CommandsReadTheNullDevice) {
+    run("readlink /proc/self/fd/0 > " + out);
+    EXPECT_EQ(contentsOf(out), "/dev/null\n");
+}
+
+TEST_F(ShellTasks, TheShellIsGivenExactlyTheCommand) {
+    run("tr '\\0' ' ' < /proc/$$/cmdline > " + out + "; echo $# >> " + out);
+    EXPECT_EQ(contentsOf(out), "/bin/sh -c tr '\\0' ' ' < /proc/$$/cmdline > " + out + "; echo $# >> " + out + " 0\n");
+}
+
+TEST_F(ShellTasks, AFailedCommandIsNotNoticed) {
+    for (const char *command : {"exit 7", "kill -9 $$", "no-such-program-here", ")", ""})
+        EXPECT_NO_THROW(run(command)) << command;
+}
+
+TEST_F(ShellTasks, TheRunLoopStandsStillDuringACommand) {
+    auto *counter = [[VantTickCounter alloc] init];
+    [counter performSelector:@selector(tick:) withObject:nil afterDelay:0.0];
+    run("sleep 0.3");
+    EXPECT_EQ(counter->ticks, 0);
+    EXPECT_TRUE(waitUntil([&] { return counter->ticks == 1; }));
+}
+
+TEST_F(ShellTasks, ManyCommandsLeaveNoChildAndNoDescriptor) {
+    run("true");
+    const std::size_t before = openDescriptors();
+    for (int i = 0; i < 50; ++i)
+        @autoreleasepool {
+            run("true");
+        }
+    EXPECT_LE(openDescriptors(), before);
+    run("ps -o stat= --ppid $PPID | grep -c Z > " + out);
+    EXPECT_EQ(contentsOf(out), "0\n");
+}
+
+TEST_F(ShellTasks, ZipAndOtherArchivesHaveTheirForms) {
+    recordExpansions();
+    [pane unzip:@"/a/b.zip" ExtractPath:@"/a/b"];
+    EXPECT_EQ(arguments(), "-xk\n/a/b.zip\n/a/b\n");
+    [pane ungz:@"/a/c.gz" ExtractPath:@"/a/c"];
+    EXPECT_EQ(arguments(), "-xk\n/a/b.zip\n/a/b\n-x\n/a/c.gz\n/a/c\n");
+}
+
+TEST_F(ShellTasks, PathsWithBlanksArriveWhole) {
+    recordExpansions();
+    [pane unzip:@"/a  b/my 'archive' (1).zip" ExtractPath:@"/out put"];
+    EXPECT_EQ(arguments(), "-xk\n/a  b/my 'archive' (1).zip\n/out put\n");
+}
+
+TEST_F(ShellTasks, TheShellInterpretsWhatStandsInAPath) {
+    recordExpansions();
+    setenv("VANT_TEST_WORD", "expanded", 1);
+    [pane unzip:@"/$VANT_TEST_WORD/`echo run`.zip" ExtractPath:@"/b\\\\c"];
+    EXPECT_EQ(arguments(), "-xk\n/expanded/run.zip\n/b\\c\n");
+}
+
+TEST_F(ShellTasks, AnAbsentPathIsAnEmptyOne) {
+    recordExpansions();
+    [pane unzip:nil ExtractPath:nil];
+    EXPECT_EQ(arguments(), "-xk\n\n\n");
+}
+
+TEST_F(ShellTasks, AFailedExpansionIsNotNoticed) {
+    recordExpansions("exit 1\n");
+    EXPECT_NO_THROW([pane ungz:@"/missing.gz" ExtractPath:@"/nowhere"]);
+    EXPECT_EQ(arguments(), "-x\n/missing.gz\n/nowhere\n");
+}
+
+TEST_F(ShellTasks, TheEmptyHandlerHasNoEffect) {
+    [pane someTaskHasTerminated:nil];
+    [pane someTaskHasTerminated:[NSNotification notificationWithName:@"any" object:pane]];
+    EXPECT_EQ([[observer calls] count], 0U);
+    EXPECT_FALSE(fs::exists(traceLog()));
+}

@@ -1,0 +1,68 @@
+#import "VantInstallation+StatusLine.h"
+
+#import "InstallTest.h"
+
+using namespace vant::test;
+
+class StatusLine : public InstallTest {
+protected:
+    std::string word() { return text([pane localizedStringForKey:@"Installing"]); }
+    std::string shown(NSString *name) { return text([pane displayInstallingForComponent:name]); }
+};
+
+TEST_F(StatusLine, WithoutALanguageSettingTheWordComesFirst) {
+    EXPECT_EQ(shown(@"Pressdeck"), word() + " Pressdeck...");
+    EXPECT_EQ(tracedCount("Language Default: English"), 1);
+    EXPECT_EQ(tracedCount("Language"), 1);
+}
+
+TEST_F(StatusLine, GermanHostsHaveTheNameFirst) {
+    setHostString(@"Language Setting", @"GR");
+    EXPECT_EQ(shown(@"Pressdeck"), "Pressdeck " + word() + "...");
+    EXPECT_EQ(tracedCount("Language 2: Korean and German"), 1);
+    EXPECT_EQ(tracedCount("Language"), 1);
+}
+
+TEST_F(StatusLine, FrenchHostsHaveTheWordFirst) {
+    setHostString(@"Language Setting", @"FN");
+    EXPECT_EQ(shown(@"Pressdeck"), word() + " Pressdeck...");
+    EXPECT_EQ(tracedCount("Language 1"), 1);
+}
+
+TEST_F(StatusLine, NothingIsTracedWithTracingOff) {
+    field<BOOL>(pane, "VantInstallationDebugFlag") = NO;
+    EXPECT_EQ(shown(@"Pressdeck"), word() + " Pressdeck...");
+    EXPECT_EQ(trace(), "");
+}
+
+TEST_F(StatusLine, AnEmptyOrAbsentNameKeepsItsBlank) {
+    EXPECT_EQ(shown(@""), word() + " ...");
+    EXPECT_EQ(shown(nil), word() + " ...");
+}
+
+TEST_F(StatusLine, NoPlaceholderIsReadInAName) {
+    EXPECT_EQ(shown(@"%@ %s %n"), word() + " %@ %s %n...");
+}
+
+TEST_F(StatusLine, SettersMoveTheBarAndTheText) {
+    [pane updateProgressWithDoubleValue:37.5];
+    [pane updateInstallingTextField:@"Working..."];
+    EXPECT_EQ(barValue(), 37.5);
+    EXPECT_EQ(statusText(), "Working...");
+}
+
+TEST_F(StatusLine, TheInstallingLookShowsASliverInTheInstallationBar) {
+    [bar setHidden:YES];
+    [bar setIndeterminate:YES];
+    [dummyBar setHidden:NO];
+    [downloadBar setHidden:NO];
+    [statusLine setStringValue:@"before"];
+    [pane showInstallingLook];
+    EXPECT_FALSE([bar isHidden]);
+    EXPECT_FALSE([bar isIndeterminate]);
+    EXPECT_EQ([bar controlSize], NSRegularControlSize);
+    EXPECT_EQ(barValue(), 1.0);
+    EXPECT_TRUE([dummyBar isHidden]);
+    EXPECT_TRUE([downloadBar isHidden]);
+    EXPECT_EQ(statusText(), word() + "...");
+}
