@@ -7,4 +7,6 @@
 }
 /// Colours the whole title; fonts and other attributes are kept.
 - (void)setTextColor:(NSColor *)color;
+/// Shows the pointing hand.
+- (void)cursorUpdate:(NSEvent *)event;
 @end
