@@ -1,0 +1,88 @@
+"""What the flow tests share: a folder of their own, one run of the real host, and questions to its timeline."""
+import os
+import pathlib
+import shutil
+import sys
+import tempfile
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(SOURCE / "Installer" / "Host" / "runner"))
+
+import flow  # noqa: E402
+import follow  # noqa: E402
+
+BUILD = pathlib.Path(os.environ.get("VANT_BUILD", SOURCE / "build" / "debug"))
+# Sanitizers make every step slower; no test waits this long for what it expects.
+LONGEST = 120
+
+
+class FlowCase(unittest.TestCase):
+    """A test gets an empty folder, which goes when it has passed; after a failure it stays and is named."""
+
+    maxDiff = None
+
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vant flow "))
+        self.failures_before = self.failures()
+
+    def tearDown(self):
+        if self.failures() == self.failures_before:
+            shutil.rmtree(self.folder)
+        else:
+            print(f"what the run left: {self.folder}", file=sys.stderr)
+
+    def failures(self):
+        result = self._outcome.result
+        return len(result.failures) + len(result.errors)
+
+    def run_flow(self, kind, media, **options):
+        """One run; its timeline is kept for the questions below."""
+        settings = {"timeout": LONGEST, "pictures": False} | options
+        ended = flow.run(flow.Options(flow=kind, out=self.folder / "out", build=BUILD, media=media, **settings))
+        self.events = follow.read_events(ended.places.out / "timeline.txt")
+        return ended
+
+    def texts(self, kind):
+        """The texts of one kind of event, in order."""
+        return [event.text for event in self.events if event.kind == kind]
+
+    def index(self, text):
+        """Where the first event with this text stands in the timeline."""
+        for number, event in enumerate(self.events):
+            if event.text == text:
+                return number
+        self.fail(f"the timeline holds no '{text}'")
+
+    def packages(self, ended):
+        return [(package["name"], package["component"], package["outcome"]) for package in ended.summary["packages"]]
+
+    def assert_continued(self, ended):
+        self.assertEqual((ended.status, ended.summary.get("continued"), ended.summary.get("valid")), (0, True, "YES"),
+                         ended.reason)
+
+    def assert_installed(self, ended, packages):
+        """Exactly the files of these packages, (name, …, count), lie under the run's volume."""
+        library = ended.places.volume / "Library" / "Quorvel"
+        held = {path.name: sum(1 for _ in path.iterdir()) for path in library.iterdir()} if library.exists() else {}
+        self.assertEqual(held, {pathlib.PurePath(row[0]).stem: row[-1] for row in packages})
+        self.assertEqual(ended.summary["installedFiles"], sum(row[-1] for row in packages))
+
+
+def host_string(language_folder, key, table="Localizable"):
+    """A string of the host's own tables."""
+    return table_string(BUILD / "VantHost.app", language_folder, key, table)
+
+
+def plug_in_string(language_folder, key):
+    return table_string(BUILD / "VantInstallation.bundle", language_folder, key, "Localizable-Inst")
+
+
+def table_string(bundle, language_folder, key, table):
+    file = bundle / "Resources" / f"{language_folder}.lproj" / f"{table}.strings"
+    for line in file.read_text(encoding="utf-8-sig").splitlines():
+        if line.startswith(f'"{key}" = "'):
+            return line.split('" = "', 1)[1].removesuffix('";').replace('\\"', '"')
+    raise KeyError(f"{key} in {file}")
+
+
