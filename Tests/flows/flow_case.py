@@ -24,17 +24,13 @@ class FlowCase(unittest.TestCase):
 
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vant flow "))
-        self.failures_before = self.failures()
 
     def tearDown(self):
-        if self.failures() == self.failures_before:
-            shutil.rmtree(self.folder)
-        else:
+        outcome = self._outcome.result
+        if any(case is self for case, _ in outcome.failures + outcome.errors):
             print(f"what the run left: {self.folder}", file=sys.stderr)
-
-    def failures(self):
-        result = self._outcome.result
-        return len(result.failures) + len(result.errors)
+        else:
+            shutil.rmtree(self.folder)
 
     def run_flow(self, kind, media, **options):
         """One run; its timeline is kept for the questions below."""

@@ -1,22 +1,26 @@
 #pragma once
-#import <Foundation/Foundation.h>
+#import <AppKit/AppKit.h>
 
 #include "Summary.hpp"
 #include "Timeline.hpp"
 #include <map>
+#include <mutex>
 #include <string>
 
-/// Reads a pane from outside, by the names of its fields, and puts what changes on the timeline. Main thread.
+/// Reads a pane from outside, by the names of its fields, and puts what changes on the timeline. Status line and bars
+/// tell every change at once, on the thread that makes it; a process has one watch at a time. Main thread.
 @interface PaneWatch : NSObject {
     id pane;
     vant::host::Timeline *timeline;
+    std::map<std::string, NSProgressIndicator *> bars;
+    std::mutex mutex;
     std::map<std::string, std::string> seen;
 }
 
 /// Neither the pane nor the timeline is owned; both must outlive the watch.
 - (id)initWithPane:(id)watchedPane timeline:(vant::host::Timeline *)runTimeline;
 
-/// Records the status text, the bars and the slide's title where they have changed since the last look.
+/// Records what has changed since the last look, the slide's title too.
 - (void)look;
 
 /// The status text now.

@@ -1,11 +1,58 @@
 #import "PaneWatch.h"
 
 #import <AppKit/AppKit.h>
+#include <objc/runtime.h>
 #include <utility>
 
 static std::string text(id value) {
     const char *bytes = [value isKindOfClass:[NSString class]] ? [value UTF8String] : nullptr;
     return bytes != nullptr ? bytes : "";
+}
+
+/// The watch of this process's one pane, told by the pane's own controls.
+static PaneWatch *watching = nil;
+
+@interface PaneWatch (Told)
+- (void)note:(const char *)kind name:(const std::string &)name value:(const std::string &)value;
+- (void)noteBar:(NSProgressIndicator *)bar;
+@end
+
+/// A status line that tells each of its texts on the thread that sets it. Adds no field, so that a text field can
+/// become one while it is in use.
+@interface WatchedStatusLine : NSTextField
+@end
+
+@implementation WatchedStatusLine
+
+- (void)setStringValue:(NSString *)value {
+    [super setStringValue:value];
+    [watching note:"status" name:"" value:text(value)];
+}
+
+@end
+
+/// A bar that tells each of its values, and whether it is shown.
+@interface WatchedBar : NSProgressIndicator
+@end
+
+@implementation WatchedBar
+
+- (void)setDoubleValue:(double)value {
+    [super setDoubleValue:value];
+    [watching noteBar:self];
+}
+
+- (void)setHidden:(BOOL)hidden {
+    [super setHidden:hidden];
+    [watching noteBar:self];
+}
+
+@end
+
+/// Only an object of exactly the watched class's parent can become one; any other is left as it is.
+static void becomeWatched(id control, Class watched) {
+    if ([control isMemberOfClass:[watched superclass]])
+        object_setClass(control, watched);
 }
 
 @implementation PaneWatch
@@ -16,28 +63,43 @@ static std::string text(id value) {
         return nil;
     pane = watchedPane;
     timeline = runTimeline;
+    bars = {{"download", [pane valueForKey:@"mVTPackageDownloadProg"]},
+            {"install", [pane valueForKey:@"mVTPackageInstallationProg"]}};
+    watching = self;
+    becomeWatched([pane valueForKey:@"mProgressInfoTF"], [WatchedStatusLine class]);
+    for (const auto &[name, bar] : bars)
+        becomeWatched(bar, [WatchedBar class]);
     return self;
 }
 
-- (void)note:(const char *)kind name:(const std::string &)name value:(const std::string &)value {
-    std::string &last = seen[kind + name];
-    if (std::exchange(last, value) != value)
-        timeline->record(kind, name.empty() ? value : name + " " + value);
+- (void)dealloc {
+    watching = nil;
+    [super dealloc];
 }
 
-- (void)lookAtBar:(NSString *)field name:(const std::string &)name {
-    NSProgressIndicator *bar = [pane valueForKey:field];
-    if (bar == nil)
-        return;
-    NSString *value = [NSString stringWithFormat:@"%.2f", [bar doubleValue]];
-    [self note:"bar" name:name + " is" value:[bar isHidden] ? "hidden" : "shown"];
-    [self note:"bar" name:name value:[value UTF8String]];
+- (void)note:(const char *)kind name:(const std::string &)name value:(const std::string &)value {
+    {
+        const std::lock_guard lock(mutex);
+        if (std::exchange(seen[kind + name], value) == value)
+            return;
+    }
+    timeline->record(kind, name.empty() ? value : name + " " + value);
+}
+
+- (void)noteBar:(NSProgressIndicator *)bar {
+    for (const auto &[name, known] : bars) {
+        if (known != bar)
+            continue;
+        NSString *value = [NSString stringWithFormat:@"%.2f", [bar doubleValue]];
+        [self note:"bar" name:name + " is" value:[bar isHidden] ? "hidden" : "shown"];
+        [self note:"bar" name:name value:[value UTF8String]];
+    }
 }
 
 - (void)look {
     [self note:"status" name:"" value:[[self status] UTF8String]];
-    [self lookAtBar:@"mVTPackageDownloadProg" name:"download"];
-    [self lookAtBar:@"mVTPackageInstallationProg" name:"install"];
+    for (const auto &[name, bar] : bars)
+        [self noteBar:bar];
     [self note:"slide" name:"" value:text([[pane valueForKey:@"productTitle"] stringValue])];
 }
 
