@@ -98,6 +98,7 @@ def run_host(options, places, arguments, progress):
         finally:
             host.kill()
             host.wait()
+            places.stop_leftovers()
 
 
 def watch(host, options, places, progress):

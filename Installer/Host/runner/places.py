@@ -4,8 +4,10 @@ import os
 import pathlib
 import pwd
 import shutil
+import signal
 
 MARK = ".vant-run"
+RUN = "VANT_RUN"  # in the environment of whatever a run starts
 OURS = ["home", "media", "nss", "nginx", "root", "system", "tmp", "host.log", "summary.json", "timeline.txt", "trace.log",
         "1-start.png", "2-working.png", "3-end.png"]
 
@@ -80,9 +82,20 @@ class Places:
             "NSS_WRAPPER_PASSWD": str(nss / "passwd"),
             "TEMP": str(self.temporary),
             "TMPDIR": str(self.temporary),
+            RUN: str(self.out),
             "VANT_INSTALL_ROOT": str(self.volume),
             "VANT_SYSTEM_ROOT": str(self.system),
         }
+
+    def stop_leftovers(self):
+        """Ends what the run left behind: daemons that AppKit or a package started carry the run's environment."""
+        ours = f"{RUN}={self.out}".encode()
+        for process in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                if ours in (process / "environ").read_bytes().split(b"\0"):
+                    os.kill(int(process.name), signal.SIGKILL)
+            except (OSError, ValueError):
+                continue  # gone meanwhile, or not ours to look into
 
     def _sanitizer_runtime(self):
         """A sanitizer's runtime has to be loaded before any other library, so before those of LD_PRELOAD too."""
