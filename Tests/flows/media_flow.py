@@ -36,12 +36,14 @@ class MediaFlow(FlowCase):
         self.assertLess(self.index("setIsButton2Enabled: YES"), self.index("continueToNextPlugin"))
         self.assertEqual(self.texts("observer").count("continueToNextPlugin"), 1)
 
-    def test_moves_the_bar_forward_only(self):
+    def test_follows_the_installer_with_the_bar(self):
         self.run_flow("media", self.media())
-        values = [float(text.split()[1]) for text in self.texts("bar") if text.startswith("install ") and "is" not in text]
-        self.assertEqual(values, sorted(values))
-        self.assertEqual(values[-1], 100)
-        self.assertGreater(len(values), 3)
+        values = [float(text.split()[1]) for text in self.texts("bar")
+                  if text.startswith("install ") and not text.startswith("install is")]
+        # Not always forward: a value is compared with what the bar shows when the line is read, and set a moment later.
+        self.assertEqual((min(values), values[1], max(values), values[-1]), (0, 1, 100, 100))
+        self.assertGreater(len(values), len(MEDIA))
+        self.assertIn("install is shown", self.texts("bar"))
 
     def test_takes_media_whose_path_needs_care(self):
         media = small_media.write_media(self.folder / "média «1» $HOME `x` 'y'")
