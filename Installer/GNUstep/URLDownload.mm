@@ -94,6 +94,11 @@ DownloadState &stateIn(void *field) {
     return NO;
 }
 
+// The class's own allocation puts something of its own into the field.
++ (id)allocWithZone:(NSZone *)zone {
+    return NSAllocateObject(self, 0, zone);
+}
+
 - (id)init {
     return [self initWithRequest:nil delegate:nil];
 }

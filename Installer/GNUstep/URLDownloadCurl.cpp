@@ -44,7 +44,8 @@ bool hasField(const DownloadRequest &request, std::string_view name) {
 
 } // namespace
 
-CurlSource::CurlSource(CURLM *multi, Transfer &transfer) : multi_(multi), easy_(curl_easy_init()), transfer_(transfer) {
+CurlSource::CurlSource(CURLM *multi, Transfer &transfer, const Slice &slice)
+    : multi_(multi), easy_(curl_easy_init()), transfer_(transfer), slice_(slice) {
     configure();
     addFields();
     addBody();
@@ -102,6 +103,7 @@ void CurlSource::addBody() {
 }
 
 DownloadError CurlSource::resume() {
+    yielded_ = false;
     const auto result = curl_easy_pause(easy_, CURLPAUSE_CONT);
     return errorOf(easy_, result);
 }
@@ -129,6 +131,7 @@ std::size_t CurlSource::onBody(char *bytes, std::size_t size, std::size_t count,
         self.announce();
     switch (self.transfer_.receive({bytes, size * count})) {
     case Transfer::Taken::all:
+        self.yieldWhenOver();
         return size * count;
     case Transfer::Taken::hold:
         return CURL_WRITEFUNC_PAUSE;
@@ -136,6 +139,15 @@ std::size_t CurlSource::onBody(char *bytes, std::size_t size, std::size_t count,
         break;
     }
     return CURL_WRITEFUNC_ERROR;
+}
+
+void CurlSource::yieldWhenOver() {
+    // As long as the socket has more, the library goes on reading, however long that is. It looks at this between two
+    // of its buffers.
+    if (yielded_ || !slice_.over())
+        return;
+    yielded_ = true;
+    curl_easy_pause(easy_, CURLPAUSE_RECV);
 }
 
 void CurlSource::takeHeaderLine(std::string_view line) {

@@ -8,12 +8,13 @@ namespace vant {
 /// One request to a server, as a handle of a multi interface. It reports to its transfer, which must outlive it.
 class CurlSource : public DownloadSource {
 public:
-    CurlSource(CURLM *multi, Transfer &transfer);
+    CurlSource(CURLM *multi, Transfer &transfer, const Slice &slice);
     CurlSource(const CurlSource &) = delete;
     CurlSource &operator=(const CurlSource &) = delete;
     ~CurlSource() override;
 
     [[nodiscard]] DownloadError resume() override;
+    [[nodiscard]] bool yielded() const noexcept override { return yielded_; }
 
     /// The transfer that a handle of the library belongs to.
     [[nodiscard]] static Transfer *transferOf(CURL *easy) noexcept;
@@ -28,13 +29,16 @@ private:
     void addBody();
     void takeHeaderLine(std::string_view line);
     void announce();
+    void yieldWhenOver();
 
     CURLM *multi_;
     CURL *easy_;
     Transfer &transfer_;
     curl_slist *fields_ = nullptr;
     DownloadResponse response_;
+    const Slice &slice_;
     bool announced_ = false;
+    bool yielded_ = false;
 };
 
 } // namespace vant

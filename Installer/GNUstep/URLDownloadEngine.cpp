@@ -6,8 +6,11 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <mutex>
+#include <set>
 #include <sys/epoll.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
@@ -25,6 +28,24 @@ void prepareLibrary() {
     std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
 }
 
+std::set<int> openDescriptors() {
+    std::set<int> numbers;
+    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd"))
+        numbers.insert(std::atoi(entry.path().filename().c_str()));
+    return numbers;
+}
+
+/// The library makes the pair by which a multi handle is woken without the flag that keeps it from child processes, and
+/// does not say which it is.
+CURLM *newMulti() {
+    const auto before = openDescriptors();
+    CURLM *multi = curl_multi_init();
+    for (const int number : openDescriptors())
+        if (!before.contains(number))
+            ::fcntl(number, F_SETFD, FD_CLOEXEC);
+    return multi;
+}
+
 DownloadError faultOf(const std::string &address) {
     if (address.empty())
         return DownloadError::badAddress;
@@ -38,7 +59,7 @@ DownloadError faultOf(const std::string &address) {
 
 DownloadEngine::DownloadEngine() {
     prepareLibrary();
-    multi_ = curl_multi_init();
+    multi_ = newMulti();
     curl_multi_setopt(multi_, CURLMOPT_SOCKETFUNCTION, &DownloadEngine::onSocket);
     curl_multi_setopt(multi_, CURLMOPT_SOCKETDATA, this);
     curl_multi_setopt(multi_, CURLMOPT_TIMERFUNCTION, &DownloadEngine::onTimer);
@@ -51,8 +72,7 @@ DownloadEngine::DownloadEngine() {
 }
 
 DownloadEngine::~DownloadEngine() {
-    for (const auto &transfer : Transfers(transfers_))
-        transfer->cancel();
+    cancelAll();
     curl_multi_cleanup(multi_);
     ::close(timer_);
     ::close(poller_);
@@ -76,10 +96,16 @@ void DownloadEngine::cancel(Transfer &transfer) {
     sweep();
 }
 
+void DownloadEngine::cancelAll() {
+    for (const auto &transfer : Transfers(transfers_))
+        transfer->cancel();
+    sweep();
+}
+
 void DownloadEngine::beginSource(Transfer &transfer) {
     if (const auto fault = faultOf(transfer.request().address); fault != DownloadError::none)
         return transfer.sourceEnded(fault);
-    transfer.setSource(std::make_unique<CurlSource>(multi_, transfer));
+    transfer.setSource(std::make_unique<CurlSource>(multi_, transfer, slice_));
 }
 
 void DownloadEngine::turn() {
@@ -100,8 +126,30 @@ void DownloadEngine::turn() {
 }
 
 void DownloadEngine::moveData(Clock::time_point end) {
-    while (moveReady() && Clock::now() < end)
+    bool moved = true;
+    while (moved && Clock::now() < end) {
+        moved = moveYielded();
+        moved = moveReady() || moved;
         collectEnded();
+    }
+}
+
+void DownloadEngine::beginSlice() {
+    slice_.end = Clock::now() + turnLength / static_cast<int>(std::max<std::size_t>(transfers_.size(), 1));
+}
+
+bool DownloadEngine::moveYielded() {
+    bool moved = false;
+    for (const auto &transfer : Transfers(transfers_)) {
+        if (!transfer->yielded())
+            continue;
+        beginSlice();
+        transfer->proceed();
+        int running = 0;
+        curl_multi_socket_action(multi_, CURL_SOCKET_TIMEOUT, 0, &running);
+        moved = true;
+    }
+    return moved;
 }
 
 bool DownloadEngine::moveReady() {
@@ -122,6 +170,7 @@ bool DownloadEngine::moveReady() {
                          ((event.events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0) |
                          ((event.events & EPOLLERR) != 0 ? CURL_CSELECT_ERR : 0);
         int running = 0;
+        beginSlice();
         curl_multi_socket_action(multi_, event.data.fd, what, &running);
         moved = true;
     }
@@ -129,7 +178,10 @@ bool DownloadEngine::moveReady() {
 }
 
 void DownloadEngine::runTimer() {
-    if (armed_ <= Clock::now()) {
+    if (const auto late = Clock::now() - armed_; late >= Clock::duration::zero()) {
+        // The thread was busy with something else: that is no silence of the servers'.
+        for (const auto &transfer : transfers_)
+            transfer->excuse(late, Clock::now());
         std::uint64_t expirations = 0;
         if (::read(timer_, &expirations, sizeof expirations) < 0 && errno != EAGAIN)
             return;
@@ -137,6 +189,7 @@ void DownloadEngine::runTimer() {
     }
     for (int i = 0; i < 4 && libraryTimer_ <= Clock::now(); ++i) {
         int running = 0;
+        beginSlice();
         libraryTimer_ = Clock::time_point::max();
         curl_multi_socket_action(multi_, CURL_SOCKET_TIMEOUT, 0, &running);
     }
@@ -174,8 +227,7 @@ Clock::time_point DownloadEngine::deadline() const {
     auto earliest = libraryTimer_;
     const auto now = Clock::now();
     for (const auto &transfer : transfers_)
-        earliest =
-            std::min(earliest, transfer->hasMessage(now) || transfer->wantsSource() ? now : transfer->deadline());
+        earliest = std::min(earliest, transfer->wantsTurn(now) ? now : transfer->deadline());
     return earliest;
 }
 

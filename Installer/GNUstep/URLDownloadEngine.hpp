@@ -31,6 +31,9 @@ public:
     /// Ends a download without a message.
     void cancel(Transfer &transfer);
 
+    /// Ends every download without a message.
+    void cancelAll();
+
     /// Moves what can be moved without waiting, for a bounded time, and tells the listeners. A listener may call it.
     void turn();
 
@@ -42,6 +45,8 @@ private:
     void watch(CURL *easy, curl_socket_t socket, int what);
     void beginSource(Transfer &transfer);
     void moveData(Clock::time_point end);
+    void beginSlice();
+    [[nodiscard]] bool moveYielded();
     [[nodiscard]] bool moveReady();
     void runTimer();
     void collectEnded();
@@ -56,6 +61,7 @@ private:
     int timer_ = -1;
     Clock::time_point armed_ = Clock::time_point::max();
     Clock::time_point libraryTimer_ = Clock::time_point::max();
+    Slice slice_;
     bool allSeen_ = true;
     Transfers transfers_;
     std::map<curl_socket_t, std::weak_ptr<Transfer>> sockets_;

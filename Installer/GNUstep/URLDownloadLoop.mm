@@ -22,10 +22,27 @@ static NSString *const VantURLDownloadLoopKey = @"VantURLDownloadLoop";
 
 - (instancetype)init {
     self = [super init];
-    // Not retained: the thread owns this object.
-    if (self)
+    if (self) {
+        // Not retained: the thread owns this object. Whoever keeps the thread keeps its objects too, so its end is not
+        // theirs.
         _thread = [NSThread currentThread];
+        [[NSNotificationCenter defaultCenter] addObserver:self
+                                                 selector:@selector(threadWillExit:)
+                                                     name:NSThreadWillExitNotification
+                                                   object:_thread];
+    }
     return self;
+}
+
+- (void)dealloc {
+    [[NSNotificationCenter defaultCenter] removeObserver:self];
+    [super dealloc];
+}
+
+- (void)threadWillExit:(NSNotification *)notification {
+    _engine.cancelAll();
+    [self updateWatching];
+    [[_thread threadDictionary] removeObjectForKey:VantURLDownloadLoopKey];
 }
 
 - (NSThread *)thread {

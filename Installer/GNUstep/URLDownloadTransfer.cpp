@@ -104,6 +104,10 @@ bool Transfer::hasMessage(Clock::time_point now) const noexcept {
     return !over() && !muted_ && nextMessage(stageAt(now)) != DownloadMessage::none;
 }
 
+bool Transfer::wantsTurn(Clock::time_point now) const noexcept {
+    return hasMessage(now) || wantsSource() || yielded();
+}
+
 Clock::time_point Transfer::deadline() const noexcept {
     auto earliest = Clock::time_point::max();
     if (untold_ > 0)
@@ -196,10 +200,15 @@ void Transfer::makeFile() {
 void Transfer::release(Gate gate) {
     gate_ = gate;
     holding_ = false;
+    proceed();
+}
+
+void Transfer::proceed() {
     lastSign_ = Clock::now();
-    if (source_)
-        if (const auto failure = source_->resume(); failure != DownloadError::none)
-            sourceEnded(failure);
+    if (!source_)
+        return;
+    if (const auto failure = source_->resume(); failure != DownloadError::none)
+        sourceEnded(failure);
 }
 
 void Transfer::tellData(Clock::time_point now) {

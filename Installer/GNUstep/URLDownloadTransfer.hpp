@@ -3,6 +3,7 @@
 #include "URLDownloadFile.hpp"
 #include "URLDownloadMessages.hpp"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -12,12 +13,20 @@ namespace vant {
 
 using Clock = std::chrono::steady_clock;
 
+/// The time that one source may use before the next one has its turn.
+struct Slice {
+    Clock::time_point end = Clock::time_point::max();
+    [[nodiscard]] bool over() const noexcept { return Clock::now() >= end; }
+};
+
 /// Where the bytes of one request come from. Its end stops the flow.
 class DownloadSource {
 public:
     virtual ~DownloadSource() = default;
-    /// Lets bytes flow again that were held back.
+    /// Lets bytes flow again that were held back, or that the source itself left for its next slice.
     [[nodiscard]] virtual DownloadError resume() = 0;
+    /// True when it stopped at the end of its slice although there was more.
+    [[nodiscard]] virtual bool yielded() const noexcept = 0;
 };
 
 /// One download, from its request to its one terminal message: what arrived, what is still to be told, and the file.
@@ -39,8 +48,15 @@ public:
     [[nodiscard]] bool over() const noexcept { return listener_ == nullptr; }
     [[nodiscard]] bool wantsSource() const noexcept { return !over() && !stage_.ended && awaitsSource_ && !source_; }
     [[nodiscard]] bool hasMessage(Clock::time_point now) const noexcept;
+    /// True when there is something to do for it that no descriptor tells of.
+    [[nodiscard]] bool wantsTurn(Clock::time_point now) const noexcept;
+    [[nodiscard]] bool yielded() const noexcept { return source_ != nullptr && source_->yielded(); }
+    /// Lets a source that yielded go on.
+    void proceed();
     /// When to look again even if nothing arrives; `Clock::time_point::max()` for never.
     [[nodiscard]] Clock::time_point deadline() const noexcept;
+    /// Does not count so much of the time gone by as silence.
+    void excuse(Clock::duration time, Clock::time_point now) noexcept { lastSign_ = std::min(lastSign_ + time, now); }
     /// Ends the download as timed out when its source gave no sign of life for the request's time-out.
     void expire(Clock::time_point now);
     void setSource(std::unique_ptr<DownloadSource> source);

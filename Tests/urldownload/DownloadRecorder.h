@@ -18,6 +18,7 @@
     BOOL refusesRedirects;
     NSString *raiseAt; ///< The message at which an exception is raised.
 }
+- (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length;
 /// The end was told.
 - (BOOL)done;
 /// The sum of all data messages.
