@@ -11,6 +11,8 @@
     VantInstallation *pane;
     IBOutlet NSTableView *table;
     NSMutableArray *shown;
+    NSMutableIndexSet *installed;
+    BOOL settling;
 }
 /// The pane, which owns this object's interface description; not retained.
 - (void)setPane:(VantInstallation *)thePane;

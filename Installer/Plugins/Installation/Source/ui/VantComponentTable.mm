@@ -3,9 +3,11 @@
 #import "BDContinuousProgressCell.h"
 #import "BDDiscreteProgressCell.h"
 #import "BDObject.h"
+#import "MainQueue.h"
 #import "PropertyList.h"
 #import "RecordKeys.h"
 #import "Retained.h"
+#import "VantComponentTable+Installation.h"
 #import "VantInstallation.h"
 
 @implementation VantComponentTable
@@ -16,21 +18,28 @@
 
 - (void)awakeFromNib {
     shown = [[NSMutableArray alloc] init];
+    installed = [[NSMutableIndexSet alloc] init];
     [table setDataSource:(id)self];
     [table setDelegate:(id)self];
+    [self watchSight];
+    [self watchInstallation];
+    // The rows of the web selection come without a reload of their own, while the pane is being created.
+    [table performSelector:@selector(reloadData) withObject:nil afterDelay:0.0];
+}
+
+- (void)watchSight {
     NSView *clip = [table superview];
     [clip setPostsBoundsChangedNotifications:YES];
     [clip setPostsFrameChangedNotifications:YES];
     NSNotificationCenter *centre = [NSNotificationCenter defaultCenter];
     [centre addObserver:self selector:@selector(sightChanged:) name:NSViewBoundsDidChangeNotification object:clip];
     [centre addObserver:self selector:@selector(sightChanged:) name:NSViewFrameDidChangeNotification object:clip];
-    // The rows of the web selection come without a reload of their own, while the pane is being created.
-    [table performSelector:@selector(reloadData) withObject:nil afterDelay:0.0];
 }
 
 - (void)dealloc {
     [[NSNotificationCenter defaultCenter] removeObserver:self];
     [shown release];
+    [installed release];
     [super dealloc];
 }
 
@@ -95,15 +104,18 @@
 
 // Deferred, and once for all changes of a turn of the run loop: views are not moved in the middle of a reload.
 - (void)rowsChanged {
-    [NSObject cancelPreviousPerformRequestsWithTarget:self selector:@selector(settleRows) object:nil];
-    NSArray *modes = @[ NSDefaultRunLoopMode, NSEventTrackingRunLoopMode, NSModalPanelRunLoopMode ];
-    [self performSelector:@selector(settleRows) withObject:nil afterDelay:0.0 inModes:modes];
+    if (settling)
+        return;
+    settling = YES;
+    auto owner = vant::Retained<VantComponentTable>::retain(self);
+    vant::onMainQueue([owner] { [owner.get() settleRows]; });
 }
 
 // Rows are born with their spinners turning, in sight or not; a thousand of them would keep the machine busy.
 - (void)settleRows {
+    settling = NO;
     for (BDObject *row in [self rows])
-        if (![shown containsObject:[row continuousProgress]])
+        if ([[row continuousProgress] superview] != table)
             [[row continuousProgress] stopAnimation:self];
     [self showIndicatorsInSight];
 }
@@ -135,6 +147,7 @@
     for (NSProgressIndicator *indicator in shown)
         if ([indicator superview] != table)
             [self putIn:indicator];
+    [self stopSpinnersOfInstalledRows];
 }
 
 - (void)takeOut:(NSProgressIndicator *)indicator {
@@ -147,6 +160,12 @@
     [indicator startAnimation:self];
     // The cells lay the new indicators over themselves as they are drawn.
     [table setNeedsDisplayInRect:[table visibleRect]];
+}
+
+- (void)stopSpinnersOfInstalledRows {
+    for (NSUInteger index = [installed firstIndex]; index != NSNotFound;
+         index = [installed indexGreaterThanIndex:index])
+        [[[self rowAtIndex:(NSInteger)index] continuousProgress] stopAnimation:self];
 }
 
 @end
