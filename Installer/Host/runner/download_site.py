@@ -14,23 +14,23 @@ SELECTION = "SelectedInput.plist"
 # A name of the reserved domain that never resolves.
 UNREACHABLE = "http://download.quorvel.invalid"
 
+# Paths are below the prefix that nginx is started with, which needs no quoting.
 CONFIGURATION = """
 {user}
 daemon off;
 worker_processes 1;
-pid {folder}/nginx.pid;
-error_log {folder}/error.log;
+pid nginx.pid;
 events {{ worker_connections 512; }}
 http {{
-    access_log {folder}/access.log;
-    client_body_temp_path {folder}/body;
-    proxy_temp_path {folder}/proxy;
-    fastcgi_temp_path {folder}/fastcgi;
-    uwsgi_temp_path {folder}/uwsgi;
-    scgi_temp_path {folder}/scgi;
+    access_log access.log;
+    client_body_temp_path body;
+    proxy_temp_path proxy;
+    fastcgi_temp_path fastcgi;
+    uwsgi_temp_path uwsgi;
+    scgi_temp_path scgi;
     sendfile on;
     default_type application/octet-stream;
-    server {{ listen 127.0.0.1:{port}; root "{root}"; }}
+    server {{ listen 127.0.0.1:{port}; root site; }}
 }}
 """
 
@@ -54,8 +54,9 @@ def serve(root, folder):
     # As root, nginx would read the files as a user who may not be let in.
     user = "user root;" if os.getuid() == 0 else ""
     configuration = folder / "nginx.conf"
-    configuration.write_text(CONFIGURATION.format(user=user, folder=folder, port=port, root=root))
-    server = subprocess.Popen(["/usr/sbin/nginx", "-e", str(folder / "error.log"), "-c", str(configuration)],
+    configuration.write_text(CONFIGURATION.format(user=user, port=port))
+    (folder / "site").symlink_to(root)
+    server = subprocess.Popen(["/usr/sbin/nginx", "-p", f"{folder}/", "-e", "error.log", "-c", "nginx.conf"],
                               stdin=subprocess.DEVNULL)
     try:
         deadline = time.monotonic() + 20
