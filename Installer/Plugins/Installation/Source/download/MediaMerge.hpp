@@ -1,16 +1,11 @@
 #pragma once
+#include "MediaList.hpp"
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 namespace vant {
-
-/// One component of the media selection.
-struct MediaComponent {
-    std::optional<std::string> location;
-    std::optional<std::string> kind;
-};
 
 /// A web record made of one.
 struct MergedRecord {
