@@ -104,4 +104,15 @@ std::string cpioOf(const std::vector<ArchiveEntry> &entries) {
     return archive;
 }
 
+std::string gzipStored(std::string_view text) {
+    std::string coded("\x1F\x8B\x08\0\0\0\0\0\0\x03", 10);
+    coded.push_back(1); // the last block, stored
+    append(coded, length(text), 2);
+    append(coded, ~length(text), 2);
+    coded += text;
+    append(coded, checksum(text), 4);
+    append(coded, length(text), 4);
+    return coded;
+}
+
 } // namespace vant::test

@@ -17,4 +17,7 @@ struct ArchiveEntry {
 /// A cpio archive in the portable character form, not compressed.
 [[nodiscard]] std::string cpioOf(const std::vector<ArchiveEntry> &entries);
 
+/// The text in gzip form, stored as it is. Fewer than 65,536 bytes.
+[[nodiscard]] std::string gzipStored(std::string_view text);
+
 } // namespace vant::test
