@@ -127,7 +127,7 @@ TEST_F(WebDownload, TwoDownloadsRunAtOnceAndAreExpandedInTheOrderOfCreation) {
     HttpReply slow;
     slow.body = zipOf({{"Fax.pkg", std::string(300'000, 'x')}});
     slow.pieceLength = 20'000;
-    slow.pieceDelay = std::chrono::milliseconds(20);
+    slow.pieceDelay = std::chrono::milliseconds(100);
     offer("/slow.zip", slow);
     offer("/quick.zip", archiveOf("Scanwick.pkg"));
     startAll();
@@ -151,7 +151,7 @@ TEST_F(WebDownload, ThirtyComponentsArriveTogether) {
     for (std::size_t i = 0; i < 30; ++i) {
         HttpReply reply;
         reply.body = archiveOf(names[i % 3]);
-        reply.delay = std::chrono::milliseconds(300);
+        reply.delay = std::chrono::seconds(1);
         offer("/" + std::to_string(i) + ".zip", reply);
     }
     startAll();
