@@ -1,0 +1,179 @@
+#import "PaneTest.h"
+#import "VantInstallation+SlideContent.h"
+
+using namespace vant::test;
+namespace fs = std::filesystem;
+
+class Interface : public PaneTest {
+protected:
+    Interface() { createIdlePane(); }
+
+    template<class T>
+    T *control(const char *name) {
+        return field<T *>(pane, name);
+    }
+
+    bool shows(id control, NSString *resource) {
+        return [[[control image] TIFFRepresentation] isEqual:[[pane resourceImageNamed:resource] TIFFRepresentation]];
+    }
+
+    /// All that a user sees of the pane, by name. The three bars lie on each other by design; one stands for all.
+    std::vector<std::pair<std::string, NSView *>> visibleControls() {
+        std::vector<std::pair<std::string, NSView *>> controls;
+        for (const char *name : {"imageView", "productTitle", "productDesc", "backButton", "radioButton", "nextButton",
+                                 "mProgressInfoTF", "mVTPackageInstallationProg"})
+            controls.emplace_back(name, control<NSView>(name));
+        controls.emplace_back("link", link());
+        controls.emplace_back("table", [control<NSTableView>("list1") enclosingScrollView]);
+        return controls;
+    }
+
+    NSButton *link() {
+        for (NSView *view in [[pane contentView] subviews])
+            if ([view isKindOfClass:bundleClass(@"VantButton")])
+                return (NSButton *)view;
+        return nil;
+    }
+
+    void expectControlsInPlace() {
+        const auto controls = visibleControls();
+        const NSRect whole = [[pane contentView] bounds];
+        for (std::size_t i = 0; i < controls.size(); ++i) {
+            const NSRect frame = [controls[i].second frame];
+            EXPECT_TRUE(NSContainsRect(whole, frame)) << controls[i].first << " leaves the pane";
+            for (std::size_t j = 0; j < i; ++j)
+                EXPECT_FALSE(NSIntersectsRect(frame, [controls[j].second frame]))
+                    << controls[i].first << " lies on " << controls[j].first;
+        }
+    }
+};
+
+TEST_F(Interface, EveryControlOfThePaneIsConnected) {
+    const std::pair<const char *, Class> controls[] = {
+        {"mView", [NSView class]},
+        {"list1", [NSTableView class]},
+        {"mVTPackageDownloadProg", [NSProgressIndicator class]},
+        {"mVTPackageInstallationProg", [NSProgressIndicator class]},
+        {"mVTPackageInstallationProgDummy", [NSProgressIndicator class]},
+        {"mProgressInfoTF", [NSTextField class]},
+        {"imageView", [NSImageView class]},
+        {"nextButton", [NSButton class]},
+        {"backButton", [NSButton class]},
+        {"productTitle", [NSTextField class]},
+        {"productDesc", [NSTextField class]},
+        {"radioButton", [NSMatrix class]},
+    };
+    for (const auto &[name, kind] : controls)
+        EXPECT_TRUE([control<NSObject>(name) isKindOfClass:kind]) << name;
+    EXPECT_NE(link(), nil);
+}
+
+TEST_F(Interface, SlideControlsSendTheirTagToChangeImage) {
+    const std::pair<const char *, NSInteger> controls[] = {{"radioButton", 0}, {"backButton", 1}, {"nextButton", 2}};
+    for (const auto &[name, tag] : controls) {
+        NSControl *each = control<NSControl>(name);
+        EXPECT_EQ([each tag], tag) << name;
+        EXPECT_EQ((id)[each target], pane) << name;
+        EXPECT_EQ(text(NSStringFromSelector([each action])), "changeImage:") << name;
+    }
+}
+
+TEST_F(Interface, OpensOnTheFirstOfTwoPages) {
+    NSMatrix *dots = control<NSMatrix>("radioButton");
+    EXPECT_EQ([dots numberOfRows], 1);
+    EXPECT_EQ([dots numberOfColumns], 2);
+    EXPECT_EQ([dots selectedColumn], 0);
+    EXPECT_TRUE(shows([dots cellAtRow:0 column:0], @"indicator_selected.png"));
+    EXPECT_TRUE(shows([dots cellAtRow:0 column:1], @"Indicator_normal.png"));
+    EXPECT_TRUE(shows(control<NSButton>("nextButton"), @"Next_Normal.png"));
+}
+
+TEST_F(Interface, TextsCannotBeEdited) {
+    for (const char *name : {"mProgressInfoTF", "productTitle", "productDesc"})
+        EXPECT_FALSE([control<NSTextField>(name) isEditable] || [control<NSTextField>(name) isSelectable]) << name;
+}
+
+TEST_F(Interface, BarsAreShownAndHiddenAtOnce) {
+    for (const char *name :
+         {"mVTPackageDownloadProg", "mVTPackageInstallationProg", "mVTPackageInstallationProgDummy"}) {
+        NSProgressIndicator *bar = control<NSProgressIndicator>(name);
+        [bar setHidden:NO];
+        EXPECT_FALSE([bar isHidden]) << name;
+        [bar setHidden:YES];
+        EXPECT_TRUE([bar isHidden]) << name;
+    }
+}
+
+TEST_F(Interface, ControlsKeepTheirPlaceAtEverySize) {
+    for (const NSSize size : {NSMakeSize(620, 420), NSMakeSize(700, 470), NSMakeSize(1100, 800)}) {
+        [[pane contentView] setFrameSize:size];
+        expectControlsInPlace();
+        const NSRect bar = [control<NSView>("mVTPackageInstallationProg") frame];
+        EXPECT_EQ(bar.origin.y, 22);
+        EXPECT_EQ(bar.size.width, size.width - 40);
+        EXPECT_EQ(NSMaxY([control<NSView>("imageView") frame]), size.height - 16);
+        EXPECT_EQ([control<NSView>("imageView") frame].size.width, 270);
+    }
+}
+
+TEST_F(Interface, KeyboardFocusGoesRoundAllControls) {
+    NSView *const round[] = {control<NSView>("backButton"), control<NSView>("radioButton"),
+                             control<NSView>("nextButton"), link(), control<NSView>("list1")};
+    for (std::size_t i = 0; i < std::size(round); ++i)
+        EXPECT_EQ([round[i] nextKeyView], round[(i + 1) % std::size(round)]) << i;
+}
+
+TEST_F(Interface, ControlsWithoutATextAreDescribed) {
+    for (const char *name : {"backButton", "nextButton", "radioButton", "list1"})
+        EXPECT_GT([[control<NSView>(name) toolTip] length], 0u) << name;
+}
+
+TEST_F(Interface, TheLinkIsBlueAndUnderlined) {
+    NSAttributedString *title = [link() attributedTitle];
+    ASSERT_GT([title length], 0u);
+    EXPECT_TRUE([[NSColor blueColor] isEqual:[title attribute:NSForegroundColorAttributeName
+                                                        atIndex:0
+                                                 effectiveRange:nullptr]]);
+    EXPECT_NE([title attribute:NSUnderlineStyleAttributeName atIndex:0 effectiveRange:nullptr], nil);
+}
+
+/// What a text needs in a control's width, in the control's font.
+static CGFloat heightFor(NSTextField *field, NSString *words) {
+    NSCell *cell = [[[field cell] copy] autorelease];
+    [cell setStringValue:words];
+    return [cell cellSizeForBounds:NSMakeRect(0, 0, [field bounds].size.width, 10000)].height;
+}
+
+static NSDictionary *table(const fs::path &folder, const char *name) {
+    NSString *content = [NSString stringWithContentsOfFile:ns(folder / (std::string(name) + ".strings"))];
+    return [content propertyListFromStringsFileFormat];
+}
+
+TEST_F(Interface, NothingIsClippedInAnyLanguage) {
+    int languages = 0;
+    for (const auto &folder : fs::directory_iterator(VANT_HOST_RESOURCES)) {
+        if (folder.path().extension() != ".lproj")
+            continue;
+        ++languages;
+        NSDictionary *words = table(folder.path(), "Localizable");
+        for (const char *page : {"TONER", "MOBILE_PRINT"}) {
+            const auto check = [&](const char *part, const char *name) {
+                NSString *key = [NSString stringWithFormat:@"%s.%s", page, part];
+                NSString *filled = [[words objectForKey:key] stringByReplacingOccurrencesOfString:@"__MFG__"
+                                                                                       withString:@"Quorvel"];
+                ASSERT_GT([filled length], 0u) << folder.path() << ' ' << text(key);
+                NSTextField *field = control<NSTextField>(name);
+                EXPECT_LE(heightFor(field, filled), [field bounds].size.height) << folder.path() << ' ' << text(key);
+            };
+            check("TITLE", "productTitle");
+            check("DESC", "productDesc");
+        }
+        NSDictionary *own =
+            table(fs::path(VANT_TEST_BUNDLE) / "Resources" / folder.path().filename(), "Localizable-Inst");
+        NSAttributedString *label =
+            [[[NSAttributedString alloc] initWithString:[own objectForKey:@"SupportLink"]
+                                             attributes:@{NSFontAttributeName : [link() font]}] autorelease];
+        EXPECT_LE([label size].width, [link() bounds].size.width) << folder.path();
+    }
+    EXPECT_EQ(languages, 10);
+}
