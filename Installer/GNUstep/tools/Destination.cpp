@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 
+#include <array>
 #include <cerrno>
 #include <filesystem>
 
@@ -68,7 +69,7 @@ int Destination::parentOf(const EntryPath &path) {
     return parent_.get();
 }
 
-void Destination::clearWay(int parent, const EntryPath &path) const {
+void Destination::clearWay(int parent, const EntryPath &path) {
     if (::unlinkat(parent, path.name.c_str(), 0) != 0 && errno != ENOENT)
         throw errno == EISDIR ? ExpansionError(path.text() + ": a folder is in the way")
                               : systemError(path.text(), errno);
@@ -142,10 +143,14 @@ void Destination::finish() {
     for (; !made_.empty(); made_.pop_back()) {
         const auto &folder = made_.back();
         const auto open = openFolder(wayTo(folder.path), false);
-        const std::timespec times[] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, folder.modified};
-        if (::fchmod(open.get(), folder.mode) != 0 || ::futimens(open.get(), times) != 0)
+        if (::fchmod(open.get(), folder.mode) != 0 || !setModified(open.get(), folder.modified))
             throw systemError(folder.path.text(), errno);
     }
+}
+
+bool setModified(int file, std::timespec modified) {
+    const std::array times{std::timespec{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, modified};
+    return ::futimens(file, times.data()) == 0;
 }
 
 void writeAt(int file, std::span<const char> bytes, std::int64_t offset, const std::string &name) {

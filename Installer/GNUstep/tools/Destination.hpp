@@ -16,8 +16,8 @@ namespace vant {
 /// Errors are ExpansionErrors that name the entry. One thread.
 class Destination {
 public:
-    /// Creates the folder with its intermediate ones where they are missing. The path itself may pass through links, but
-    /// none is followed on the way to `below`, the place in the folder that entries' paths begin at. Links may lead
+    /// Creates the folder with its intermediate ones where they are missing. The path itself may pass through links,
+    /// but none is followed on the way to `below`, the place in the folder that entries' paths begin at. Links may lead
     /// anywhere inside the folder.
     explicit Destination(const std::string &folder, const EntryPath &below = {});
 
@@ -43,7 +43,7 @@ private:
 
     int parentOf(const EntryPath &path);
     [[nodiscard]] Descriptor openFolder(std::span<const std::string> folders, bool create) const;
-    void clearWay(int parent, const EntryPath &path) const;
+    static void clearWay(int parent, const EntryPath &path);
 
     Descriptor root_;
     std::size_t depth_ = 0; ///< folders between the folder and the place that entries' paths begin at
@@ -51,6 +51,9 @@ private:
     std::vector<std::string> parentFolders_;
     std::vector<MadeFolder> made_;
 };
+
+/// Gives an open file or folder its time of modification and leaves the time of access; false when that fails.
+[[nodiscard]] bool setModified(int file, std::timespec modified);
 
 /// Writes all bytes at the place in the file; throws an ExpansionError with `name` otherwise.
 void writeAt(int file, std::span<const char> bytes, std::int64_t offset, const std::string &name);

@@ -100,8 +100,7 @@ private:
         try {
             for (; more; more = reader_.nextBlock(block))
                 writeBlock(file.get(), block, path);
-            const std::timespec times[] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, modified(entry)};
-            if (::futimens(file.get(), times) != 0 || !file.close())
+            if (!setModified(file.get(), modified(entry)) || !file.close())
                 throw systemError(path.text(), errno);
         } catch (const ExpansionError &) {
             destination_.removeFile(path);

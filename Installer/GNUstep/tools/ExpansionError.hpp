@@ -13,7 +13,8 @@ public:
 
 /// The error for a failed system call on a file: "NAME: No space left on device".
 [[nodiscard]] inline ExpansionError systemError(const std::string &name, int code) {
-    return ExpansionError(name + ": " + std::strerror(code));
+    ExpansionError error(name + ": " + std::strerror(code));
+    return error;
 }
 
 } // namespace vant

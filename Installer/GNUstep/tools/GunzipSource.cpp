@@ -10,8 +10,7 @@ namespace vant {
 
 struct GunzipSource::State {
     z_stream stream{};
-    bool started = false; ///< a member is under way
-    bool ended = false;   ///< no further member follows
+    bool inMember = true; ///< false between two members and behind the last one
 };
 
 namespace {
@@ -24,7 +23,6 @@ constexpr std::string_view gzipMagic = "\x1f\x8b";
 GunzipSource::GunzipSource(ByteSource &compressed) : compressed_(compressed), state_(std::make_unique<State>()) {
     if (inflateInit2(&state_->stream, gzipWindow) != Z_OK)
         throw std::bad_alloc();
-    state_->started = true;
 }
 
 GunzipSource::~GunzipSource() {
@@ -55,17 +53,15 @@ std::size_t GunzipSource::fill(std::span<char> buffer) {
     auto &stream = state_->stream;
     stream.next_out = reinterpret_cast<Bytef *>(buffer.data());
     stream.avail_out = static_cast<uInt>(buffer.size());
-    while (!state_->ended && stream.avail_out == buffer.size()) {
-        if (!state_->started && !(state_->started = nextMember())) {
-            state_->ended = true;
+    while (stream.avail_out == buffer.size()) {
+        if (!state_->inMember && !nextMember())
             break;
-        }
         if (stream.avail_in == 0 && !refill())
             throw ExpansionError("the compressed data ends too early");
         const int result = inflate(&stream, Z_NO_FLUSH);
         if (result != Z_OK && result != Z_STREAM_END)
             throw ExpansionError("the compressed data is damaged");
-        state_->started = result == Z_OK;
+        state_->inMember = result == Z_OK;
     }
     return buffer.size() - stream.avail_out;
 }

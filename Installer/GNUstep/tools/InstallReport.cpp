@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
 
@@ -18,9 +19,9 @@ constexpr double smallestStep = 1;
 } // namespace
 
 std::string percentLine(double value) {
-    char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 6).ptr;
-    return "installer:%" + std::string(digits, end);
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.begin(), digits.end(), value, std::chars_format::fixed, 6).ptr;
+    return "installer:%" + std::string(digits.begin(), end);
 }
 
 double percentOf(double share) {

@@ -29,7 +29,7 @@ private:
     void phase(std::string_view text);
     void state(std::string_view text);
     void percent(double value);
-    void line(std::string_view text);
+    static void line(std::string_view text);
 
     Detail detail_;
     double last_ = 0;
