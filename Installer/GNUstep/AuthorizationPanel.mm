@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr CGFloat panelWidth = 460;
+constexpr CGFloat panelWidth = 500;
 constexpr CGFloat panelHeight = 172;
 constexpr CGFloat textLeft = 100;
 constexpr CGFloat textWidth = panelWidth - textLeft - 20;

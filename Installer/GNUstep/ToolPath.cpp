@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
+#include <sstream>
+#include <unistd.h>
 
 namespace vant {
 
@@ -20,6 +22,18 @@ void appendToPath(const std::string &folder) {
     const std::string path = variable != nullptr ? variable : "/usr/local/bin:/usr/bin:/bin";
     if ((':' + path + ':').find(':' + folder + ':') == std::string::npos)
         setenv("PATH", (path + ':' + folder).c_str(), 1);
+}
+
+std::string programInPath(const std::string &name) {
+    const char *const variable = std::getenv("PATH");
+    std::error_code ignored;
+    std::istringstream folders(variable != nullptr ? variable : "");
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        std::string candidate = folder + '/' + name;
+        if (std::filesystem::is_regular_file(candidate, ignored) && access(candidate.c_str(), X_OK) == 0)
+            return candidate;
+    }
+    return {};
 }
 
 } // namespace vant

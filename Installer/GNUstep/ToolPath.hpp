@@ -10,4 +10,7 @@ namespace vant {
 /// Puts a folder at the end of the environment's PATH, so that tools of the system are preferred; once only.
 void appendToPath(const std::string &folder);
 
+/// The full path of a program of that name in PATH; empty when there is none.
+[[nodiscard]] std::string programInPath(const std::string &name);
+
 } // namespace vant

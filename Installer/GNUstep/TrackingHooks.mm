@@ -1,0 +1,105 @@
+#import "Tracking.h"
+
+#include <dispatch/dispatch.h>
+#include <objc/runtime.h>
+
+// Where GNUstep tells of what concerns tracking areas: the events that reach a window, the views that come into one or
+// change their place in it, the views that go. Each hook calls the operation that it stands before.
+
+namespace {
+
+using EventSender = void (*)(NSWindow *, SEL, NSEvent *);
+using ViewMessage = void (*)(NSView *, SEL);
+
+EventSender originalSendEvent;
+ViewMessage originalInvalidate;
+ViewMessage originalDidMove;
+ViewMessage originalDealloc;
+
+void followEvent(NSWindow *window, NSEvent *event) {
+    switch ([event type]) {
+    case NSMouseMoved:
+    case NSLeftMouseDragged:
+    case NSLeftMouseUp:
+        vant::followPointer(window, [event locationInWindow], true, event);
+        return;
+    case NSAppKitDefined:
+        if ([event subtype] == GSAppKitWindowLeave)
+            vant::followPointer(window, [event locationInWindow], false, event);
+        return;
+    default:
+        return;
+    }
+}
+
+void sendEvent(NSWindow *window, SEL command, NSEvent *event) {
+    // The window may close and go while it handles the event.
+    [window retain];
+    originalSendEvent(window, command, event);
+    followEvent(window, event);
+    [window release];
+}
+
+void invalidateCoordinates(NSView *view, SEL command) {
+    originalInvalidate(view, command);
+    vant::placesHaveChanged([view window]);
+}
+
+void didMoveToWindow(NSView *view, SEL command) {
+    originalDidMove(view, command);
+    vant::placesHaveChanged([view window]);
+}
+
+void deallocate(NSView *view, SEL command) {
+    vant::forgetView(view);
+    originalDealloc(view, command);
+}
+
+template<class Function>
+Function hook(Class owner, SEL name, Function replacement) {
+    Method method = class_getInstanceMethod(owner, name);
+    return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
+}
+
+} // namespace
+
+/// Sets the hooks, and hears when windows and the application become active or cease to be.
+@interface VantTrackingHooks : NSObject
+@end
+
+@implementation VantTrackingHooks
+
++ (void)load {
+    @autoreleasepool {
+        originalSendEvent = hook([NSWindow class], @selector(sendEvent:), &sendEvent);
+        originalInvalidate = hook([NSView class], @selector(_invalidateCoordinates), &invalidateCoordinates);
+        originalDidMove = hook([NSView class], @selector(_viewDidMoveToWindow), &didMoveToWindow);
+        originalDealloc = hook([NSView class], @selector(dealloc), &deallocate);
+        NSNotificationCenter *center = [NSNotificationCenter defaultCenter];
+        for (NSString *name in
+             [NSArray arrayWithObjects:NSWindowDidBecomeKeyNotification, NSWindowDidResignKeyNotification, nil])
+            [center addObserver:self selector:@selector(keyWindowChanged:) name:name object:nil];
+        for (NSString *name in [NSArray arrayWithObjects:NSApplicationDidBecomeActiveNotification,
+                                                         NSApplicationDidResignActiveNotification, nil])
+            [center addObserver:self selector:@selector(applicationChanged:) name:name object:nil];
+    }
+}
+
++ (void)look:(NSWindow *)window {
+    const NSPoint location = [window mouseLocationOutsideOfEventStream];
+    const NSRect frame = [window frame];
+    const bool over = NSPointInRect(location, NSMakeRect(0, 0, NSWidth(frame), NSHeight(frame)));
+    vant::followPointer(window, location, over, [NSApp currentEvent]);
+}
+
++ (void)keyWindowChanged:(NSNotification *)notification {
+    [self look:[notification object]];
+}
+
++ (void)applicationChanged:(NSNotification *)notification {
+    (void)notification;
+    for (NSWindow *window in [NSApp windows])
+        [self look:window];
+}
+
+@end
