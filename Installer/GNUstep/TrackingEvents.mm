@@ -37,6 +37,11 @@ void send(SEL message, id owner, NSEvent *event) {
         [owner performSelector:message withObject:event];
 }
 
+// The handler of an earlier message may have removed the area.
+bool isStillTracked(const TrackedArea &tracked) {
+    return areaAt(reinterpret_cast<NSInteger>(tracked.area)) != nil;
+}
+
 void sendLeaving(const TrackedArea &tracked, const TrackingMessages &messages, NSPoint location, NSEvent *cause) {
     if (messages.cursorReset)
         [[NSCursor arrowCursor] set];
@@ -48,7 +53,7 @@ void sendArriving(const TrackedArea &tracked, const TrackingMessages &messages, 
     id owner = [tracked.area owner];
     if (messages.entered)
         send(@selector(mouseEntered:), owner, trackingEvent(NSMouseEntered, tracked, location, cause));
-    if (messages.cursorUpdate)
+    if (messages.cursorUpdate && isStillTracked(tracked))
         send(@selector(cursorUpdate:), owner, trackingEvent(NSCursorUpdate, tracked, location, cause));
     if (messages.moved && [cause type] == NSMouseMoved)
         send(@selector(mouseMoved:), owner, cause);
@@ -70,11 +75,6 @@ std::vector<Change> changesOf(NSWindow *window, NSPoint location, bool present, 
         changes.push_back({.tracked = each, .messages = messagesFor(options, each.inside, inside)});
     }
     return changes;
-}
-
-// The handler of an earlier message may have removed the area.
-bool isStillTracked(const TrackedArea &tracked) {
-    return areaAt(reinterpret_cast<NSInteger>(tracked.area)) != nil;
 }
 
 } // namespace

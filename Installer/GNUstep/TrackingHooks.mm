@@ -1,6 +1,5 @@
 #import "Tracking.h"
 
-#include <dispatch/dispatch.h>
 #include <objc/runtime.h>
 
 // Where GNUstep tells of what concerns tracking areas: the events that reach a window, the views that come into one or
@@ -12,7 +11,7 @@ using EventSender = void (*)(NSWindow *, SEL, NSEvent *);
 using ViewMessage = void (*)(NSView *, SEL);
 
 EventSender originalSendEvent;
-ViewMessage originalInvalidate;
+ViewMessage originalRebuild;
 ViewMessage originalDidMove;
 ViewMessage originalDealloc;
 
@@ -40,8 +39,10 @@ void sendEvent(NSWindow *window, SEL command, NSEvent *event) {
     [window release];
 }
 
-void invalidateCoordinates(NSView *view, SEL command) {
-    originalInvalidate(view, command);
+// Sent when a view is drawn or asked for its place after a change. GNUstep marks the change itself by calling the
+// implementation straight, where no hook is reached.
+void rebuildCoordinates(NSView *view, SEL command) {
+    originalRebuild(view, command);
     vant::placesHaveChanged([view window]);
 }
 
@@ -58,6 +59,8 @@ void deallocate(NSView *view, SEL command) {
 template<class Function>
 Function hook(Class owner, SEL name, Function replacement) {
     Method method = class_getInstanceMethod(owner, name);
+    if (method == nullptr)
+        return nullptr;
     return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
 }
 
@@ -72,7 +75,7 @@ Function hook(Class owner, SEL name, Function replacement) {
 + (void)load {
     @autoreleasepool {
         originalSendEvent = hook([NSWindow class], @selector(sendEvent:), &sendEvent);
-        originalInvalidate = hook([NSView class], @selector(_invalidateCoordinates), &invalidateCoordinates);
+        originalRebuild = hook([NSView class], @selector(_rebuildCoordinates), &rebuildCoordinates);
         originalDidMove = hook([NSView class], @selector(_viewDidMoveToWindow), &didMoveToWindow);
         originalDealloc = hook([NSView class], @selector(dealloc), &deallocate);
         NSNotificationCenter *center = [NSNotificationCenter defaultCenter];
