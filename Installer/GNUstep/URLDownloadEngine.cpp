@@ -1,32 +1,25 @@
 #include "URLDownloadEngine.hpp"
 
 #include "URLDownloadCurl.hpp"
+#include "URLDownloadLocal.hpp"
 #include "URLDownloadNames.hpp"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <mutex>
 #include <set>
-#include <sys/epoll.h>
-#include <sys/timerfd.h>
-#include <unistd.h>
 
 namespace vant {
 namespace {
 
 /// The longest that one turn moves data before the thread's other sources get theirs: half a frame of a smooth display.
 constexpr auto turnLength = std::chrono::milliseconds(8);
-constexpr long mostIdleConnections = 8;
-constexpr std::size_t mostEvents = 256;
-
-void prepareLibrary() {
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-}
+constexpr auto shortestSlice = std::chrono::microseconds(250);
+/// As many downloads run at once; the others begin as these end, on their connections.
+constexpr std::ptrdiff_t mostAtOnce = 32;
+constexpr std::ptrdiff_t mostIdleConnections = 8;
 
 std::set<int> openDescriptors() {
     std::set<int> numbers;
@@ -38,6 +31,8 @@ std::set<int> openDescriptors() {
 /// The library makes the pair by which a multi handle is woken without the flag that keeps it from child processes, and
 /// does not say which it is.
 CURLM *newMulti() {
+    static std::once_flag once;
+    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
     const auto before = openDescriptors();
     CURLM *multi = curl_multi_init();
     for (const int number : openDescriptors())
@@ -46,10 +41,12 @@ CURLM *newMulti() {
     return multi;
 }
 
-DownloadError faultOf(const std::string &address) {
+DownloadError faultOf(const std::string &address, const std::string &scheme, bool redirected) {
     if (address.empty())
         return DownloadError::badAddress;
-    const auto scheme = schemeOf(address);
+    // A server has no say over this machine's own files.
+    if (scheme == "file" && !redirected)
+        return localPath(address) ? DownloadError::none : DownloadError::badAddress;
     if (scheme != "http" && scheme != "https" && scheme != "ftp")
         return DownloadError::unsupportedAddress;
     return hostOf(address).empty() ? DownloadError::badAddress : DownloadError::none;
@@ -57,85 +54,97 @@ DownloadError faultOf(const std::string &address) {
 
 } // namespace
 
-DownloadEngine::DownloadEngine() {
-    prepareLibrary();
-    multi_ = newMulti();
+DownloadEngine::DownloadEngine() : multi_(newMulti()) {
     curl_multi_setopt(multi_, CURLMOPT_SOCKETFUNCTION, &DownloadEngine::onSocket);
     curl_multi_setopt(multi_, CURLMOPT_SOCKETDATA, this);
     curl_multi_setopt(multi_, CURLMOPT_TIMERFUNCTION, &DownloadEngine::onTimer);
     curl_multi_setopt(multi_, CURLMOPT_TIMERDATA, this);
-    curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, mostIdleConnections);
-    poller_ = ::epoll_create1(EPOLL_CLOEXEC);
-    timer_ = ::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK);
-    epoll_event event{.events = EPOLLIN, .data = {.fd = timer_}};
-    ::epoll_ctl(poller_, EPOLL_CTL_ADD, timer_, &event);
 }
 
 DownloadEngine::~DownloadEngine() {
     cancelAll();
     curl_multi_cleanup(multi_);
-    ::close(timer_);
-    ::close(poller_);
 }
 
 std::shared_ptr<Transfer> DownloadEngine::start(DownloadRequest request, std::shared_ptr<DownloadListener> listener) {
     auto transfer = std::make_shared<Transfer>(std::move(request), std::move(listener));
     transfers_.push_back(transfer);
-    beginSource(*transfer);
-    rearm();
+    settle();
     return transfer;
 }
 
 void DownloadEngine::setDestination(Transfer &transfer, std::string path, Existing existing) {
     transfer.setDestination(std::move(path), existing);
-    rearm();
+    settle();
 }
 
 void DownloadEngine::cancel(Transfer &transfer) {
     transfer.cancel();
-    sweep();
+    settle();
 }
 
 void DownloadEngine::cancelAll() {
     for (const auto &transfer : Transfers(transfers_))
         transfer->cancel();
-    sweep();
-}
-
-void DownloadEngine::beginSource(Transfer &transfer) {
-    if (const auto fault = faultOf(transfer.request().address); fault != DownloadError::none)
-        return transfer.sourceEnded(fault);
-    transfer.setSource(std::make_unique<CurlSource>(multi_, transfer, slice_));
+    settle();
 }
 
 void DownloadEngine::turn() {
     // A listener may throw: what is still to be told must bring the next turn all the same.
-    struct Rearm {
+    struct Settle {
         DownloadEngine &engine;
-        ~Rearm() { engine.rearm(); }
-    } const rearmAtEnd{*this};
-    moveData(Clock::now() + turnLength);
-    runTimer();
-    collectEnded();
-    expire();
-    tell();
-    for (const auto &transfer : Transfers(transfers_))
-        if (transfer->wantsSource())
-            beginSource(*transfer);
-    sweep();
+        ~Settle() { engine.settle(); }
+    } const atEnd{*this};
+    excuse(poller_.takeAlarm(Clock::now()));
+    const auto end = Clock::now() + turnLength;
+    do {
+        moveData(end);
+        runTimer();
+        collectEnded();
+        expire();
+        tell();
+        beginSources();
+    } while (deadline() <= Clock::now() && Clock::now() < end);
+}
+
+void DownloadEngine::settle() {
+    std::erase_if(transfers_, [](const auto &transfer) { return transfer->over(); });
+    beginSources();
+    poller_.alarmAt(deadline());
+}
+
+void DownloadEngine::beginSources() {
+    auto running = std::ranges::count_if(transfers_, [](const auto &transfer) { return transfer->hasSource(); });
+    for (const auto &transfer : Transfers(transfers_)) {
+        if (running >= mostAtOnce)
+            break;
+        if (!transfer->wantsSource())
+            continue;
+        beginSource(*transfer);
+        running += transfer->hasSource() ? 1 : 0;
+    }
+    // Kept for those that follow while there are some, and given back as they become fewer.
+    curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(std::max(running, mostIdleConnections)));
+}
+
+void DownloadEngine::beginSource(Transfer &transfer) {
+    const auto &address = transfer.request().address;
+    const auto scheme = schemeOf(address);
+    if (const auto fault = faultOf(address, scheme, transfer.wasRedirected()); fault != DownloadError::none)
+        transfer.sourceEnded(fault);
+    else if (scheme == "file")
+        transfer.setSource(std::make_unique<LocalSource>(*localPath(address), transfer, slice_));
+    else
+        transfer.setSource(std::make_unique<CurlSource>(multi_, transfer, slice_));
 }
 
 void DownloadEngine::moveData(Clock::time_point end) {
     bool moved = true;
     while (moved && Clock::now() < end) {
         moved = moveYielded();
-        moved = moveReady() || moved;
+        moved = moveReady(end) || moved;
         collectEnded();
     }
-}
-
-void DownloadEngine::beginSlice() {
-    slice_.end = Clock::now() + turnLength / static_cast<int>(std::max<std::size_t>(transfers_.size(), 1));
 }
 
 bool DownloadEngine::moveYielded() {
@@ -145,54 +154,56 @@ bool DownloadEngine::moveYielded() {
             continue;
         beginSlice();
         transfer->proceed();
-        int running = 0;
-        curl_multi_socket_action(multi_, CURL_SOCKET_TIMEOUT, 0, &running);
+        act(CURL_SOCKET_TIMEOUT, 0);
         moved = true;
     }
     return moved;
 }
 
-bool DownloadEngine::moveReady() {
-    std::array<epoll_event, mostEvents> events;
-    const int count = ::epoll_wait(poller_, events.data(), mostEvents, 0);
-    allSeen_ = count < static_cast<int>(mostEvents);
-    bool moved = false;
+bool DownloadEngine::moveReady(Clock::time_point end) {
+    const auto events = poller_.ready();
     // Every download with something to read is known to be alive before any of them is looked at.
-    for (int i = 0; i < count; ++i)
-        if (const auto found = sockets_.find(events[static_cast<std::size_t>(i)].data.fd); found != sockets_.end())
-            if (const auto transfer = found->second.lock())
-                transfer->touch(Clock::now());
-    for (int i = 0; i < count; ++i) {
-        const auto &event = events[static_cast<std::size_t>(i)];
-        if (event.data.fd == timer_)
-            continue;
-        const int what = ((event.events & (EPOLLIN | EPOLLHUP)) != 0 ? CURL_CSELECT_IN : 0) |
-                         ((event.events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0) |
-                         ((event.events & EPOLLERR) != 0 ? CURL_CSELECT_ERR : 0);
-        int running = 0;
+    for (const auto &event : events)
+        touch(event.data.fd);
+    for (const auto &event : events) {
+        if (Clock::now() >= end)
+            break;
         beginSlice();
-        curl_multi_socket_action(multi_, event.data.fd, what, &running);
-        moved = true;
+        act(event.data.fd, ((event.events & (EPOLLIN | EPOLLHUP)) != 0 ? CURL_CSELECT_IN : 0) |
+                               ((event.events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0) |
+                               ((event.events & EPOLLERR) != 0 ? CURL_CSELECT_ERR : 0));
     }
-    return moved;
+    return !events.empty();
+}
+
+void DownloadEngine::beginSlice() {
+    const auto count = static_cast<int>(std::max<std::size_t>(transfers_.size(), 1));
+    slice_.end = Clock::now() + std::max<Clock::duration>(turnLength / count, shortestSlice);
+}
+
+void DownloadEngine::act(curl_socket_t socket, int what) {
+    int running = 0;
+    curl_multi_socket_action(multi_, socket, what, &running);
+}
+
+void DownloadEngine::touch(curl_socket_t socket) {
+    if (const auto found = sockets_.find(socket); found != sockets_.end())
+        if (const auto transfer = found->second.lock())
+            transfer->touch(Clock::now());
+}
+
+void DownloadEngine::excuse(Clock::duration late) {
+    // So long the thread was busy with something else: that is no silence of the servers'.
+    for (const auto &transfer : transfers_)
+        transfer->excuse(late, Clock::now());
 }
 
 void DownloadEngine::runTimer() {
-    if (const auto late = Clock::now() - armed_; late >= Clock::duration::zero()) {
-        // The thread was busy with something else: that is no silence of the servers'.
-        for (const auto &transfer : transfers_)
-            transfer->excuse(late, Clock::now());
-        std::uint64_t expirations = 0;
-        if (::read(timer_, &expirations, sizeof expirations) < 0 && errno != EAGAIN)
-            return;
-        armed_ = Clock::time_point::max();
-    }
-    for (int i = 0; i < 4 && libraryTimer_ <= Clock::now(); ++i) {
-        int running = 0;
-        beginSlice();
-        libraryTimer_ = Clock::time_point::max();
-        curl_multi_socket_action(multi_, CURL_SOCKET_TIMEOUT, 0, &running);
-    }
+    if (libraryTimer_ > Clock::now())
+        return;
+    libraryTimer_ = Clock::time_point::max();
+    beginSlice();
+    act(CURL_SOCKET_TIMEOUT, 0);
 }
 
 void DownloadEngine::collectEnded() {
@@ -207,20 +218,18 @@ void DownloadEngine::collectEnded() {
 }
 
 void DownloadEngine::expire() {
-    if (!allSeen_)
+    if (poller_.crowded())
         return;
     for (const auto &transfer : transfers_)
         transfer->expire(Clock::now());
 }
 
 void DownloadEngine::tell() {
-    for (const auto &transfer : Transfers(transfers_))
+    for (const auto &transfer : Transfers(transfers_)) {
+        beginSlice();
         while (transfer->hasMessage(Clock::now()))
             transfer->tellNext(Clock::now());
-}
-
-void DownloadEngine::sweep() {
-    std::erase_if(transfers_, [](const auto &transfer) { return transfer->over(); });
+    }
 }
 
 Clock::time_point DownloadEngine::deadline() const {
@@ -231,20 +240,6 @@ Clock::time_point DownloadEngine::deadline() const {
     return earliest;
 }
 
-void DownloadEngine::rearm() {
-    const auto next = deadline();
-    // A timer that goes off early costs one turn; setting it anew for every piece of data would cost a call each.
-    if (next >= armed_)
-        return;
-    armed_ = next;
-    const auto wait = std::max<Clock::duration>(next - Clock::now(), std::chrono::nanoseconds(1));
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(wait);
-    itimerspec setting{};
-    setting.it_value.tv_sec = seconds.count();
-    setting.it_value.tv_nsec = std::chrono::nanoseconds(wait - seconds).count();
-    ::timerfd_settime(timer_, 0, &setting, nullptr);
-}
-
 int DownloadEngine::onSocket(CURL *easy, curl_socket_t socket, int what, void *engine, void * /*perSocket*/) {
     static_cast<DownloadEngine *>(engine)->watch(easy, socket, what);
     return 0;
@@ -252,17 +247,13 @@ int DownloadEngine::onSocket(CURL *easy, curl_socket_t socket, int what, void *e
 
 void DownloadEngine::watch(CURL *easy, curl_socket_t socket, int what) {
     if (what == CURL_POLL_REMOVE) {
-        ::epoll_ctl(poller_, EPOLL_CTL_DEL, socket, nullptr);
+        poller_.forget(socket);
         sockets_.erase(socket);
         return;
     }
     // The library's own pairs, by which a name look-up wakes it, are made without the flag.
     ::fcntl(socket, F_SETFD, FD_CLOEXEC);
-    epoll_event event{};
-    event.events = ((what & CURL_POLL_IN) != 0 ? EPOLLIN : 0U) | ((what & CURL_POLL_OUT) != 0 ? EPOLLOUT : 0U);
-    event.data.fd = socket;
-    if (::epoll_ctl(poller_, EPOLL_CTL_MOD, socket, &event) != 0)
-        ::epoll_ctl(poller_, EPOLL_CTL_ADD, socket, &event);
+    poller_.watch(socket, ((what & CURL_POLL_IN) != 0 ? EPOLLIN : 0U) | ((what & CURL_POLL_OUT) != 0 ? EPOLLOUT : 0U));
     sockets_[socket] = CurlSource::transferOf(easy)->weak_from_this();
 }
 

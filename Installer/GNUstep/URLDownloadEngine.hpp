@@ -1,4 +1,5 @@
 #pragma once
+#include "URLDownloadPoller.hpp"
 #include "URLDownloadTransfer.hpp"
 
 #include <curl/curl.h>
@@ -18,7 +19,7 @@ public:
     ~DownloadEngine();
 
     /// Readable when there is something to do; one descriptor for all downloads, sockets and timers. Close-on-exec.
-    [[nodiscard]] int descriptor() const noexcept { return poller_; }
+    [[nodiscard]] int descriptor() const noexcept { return poller_.descriptor(); }
 
     /// True while a download is neither finished, failed nor cancelled.
     [[nodiscard]] bool busy() const noexcept { return !transfers_.empty(); }
@@ -43,26 +44,26 @@ private:
     static int onSocket(CURL *easy, curl_socket_t socket, int what, void *engine, void *perSocket);
     static int onTimer(CURLM *multi, long milliseconds, void *engine);
     void watch(CURL *easy, curl_socket_t socket, int what);
+    void beginSources();
     void beginSource(Transfer &transfer);
     void moveData(Clock::time_point end);
-    void beginSlice();
     [[nodiscard]] bool moveYielded();
-    [[nodiscard]] bool moveReady();
+    [[nodiscard]] bool moveReady(Clock::time_point end);
+    void beginSlice();
+    void act(curl_socket_t socket, int what);
+    void touch(curl_socket_t socket);
+    void excuse(Clock::duration late);
     void runTimer();
     void collectEnded();
     void expire();
     void tell();
-    void sweep();
-    void rearm();
+    void settle();
     [[nodiscard]] Clock::time_point deadline() const;
 
-    CURLM *multi_ = nullptr;
-    int poller_ = -1;
-    int timer_ = -1;
-    Clock::time_point armed_ = Clock::time_point::max();
+    DownloadPoller poller_;
+    CURLM *multi_;
     Clock::time_point libraryTimer_ = Clock::time_point::max();
     Slice slice_;
-    bool allSeen_ = true;
     Transfers transfers_;
     std::map<curl_socket_t, std::weak_ptr<Transfer>> sockets_;
 };

@@ -105,7 +105,7 @@ bool Transfer::hasMessage(Clock::time_point now) const noexcept {
 }
 
 bool Transfer::wantsTurn(Clock::time_point now) const noexcept {
-    return hasMessage(now) || wantsSource() || yielded();
+    return hasMessage(now) || yielded();
 }
 
 Clock::time_point Transfer::deadline() const noexcept {
@@ -207,7 +207,8 @@ void Transfer::proceed() {
     lastSign_ = Clock::now();
     if (!source_)
         return;
-    if (const auto failure = source_->resume(); failure != DownloadError::none)
+    const auto failure = source_->resume();
+    if (failure != DownloadError::none || source_->ended())
         sourceEnded(failure);
 }
 

@@ -2,6 +2,7 @@
 #include "URLDownloadDecoder.hpp"
 #include "URLDownloadFile.hpp"
 #include "URLDownloadMessages.hpp"
+#include "URLDownloadPoller.hpp"
 
 #include <algorithm>
 #include <atomic>
@@ -10,8 +11,6 @@
 #include <optional>
 
 namespace vant {
-
-using Clock = std::chrono::steady_clock;
 
 /// The time that one source may use before the next one has its turn.
 struct Slice {
@@ -27,6 +26,8 @@ public:
     [[nodiscard]] virtual DownloadError resume() = 0;
     /// True when it stopped at the end of its slice although there was more.
     [[nodiscard]] virtual bool yielded() const noexcept = 0;
+    /// True when it has come to its end by itself, within `resume`.
+    [[nodiscard]] virtual bool ended() const noexcept { return false; }
 };
 
 /// One download, from its request to its one terminal message: what arrived, what is still to be told, and the file.
@@ -62,8 +63,9 @@ public:
     void setSource(std::unique_ptr<DownloadSource> source);
     /// Tells the listener the next thing due, if there is one.
     void tellNext(Clock::time_point now);
+    [[nodiscard]] bool hasSource() const noexcept { return source_ != nullptr; }
+    [[nodiscard]] bool wasRedirected() const noexcept { return redirects_ > 0; }
     [[nodiscard]] const DownloadRequest &request() const noexcept { return request_; }
-    [[nodiscard]] const DownloadResponse &response() const noexcept { return response_; }
 
     // Asked by the owner.
     /// The first destination counts, every later one is ignored.
