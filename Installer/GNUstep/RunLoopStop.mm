@@ -27,7 +27,7 @@ CFRunLoopRef CFRunLoopGetCurrent(void) {
 }
 
 void CFRunLoopStop(CFRunLoopRef loop) {
-    NSRunLoop *const running = reinterpret_cast<NSRunLoop *>(loop);
+    auto *const running = reinterpret_cast<NSRunLoop *>(loop);
     NSString *const mode = [running currentMode];
     if (mode == nil)
         return;

@@ -4,6 +4,33 @@
 
 using namespace vant::test;
 
+/// Posts one event when it is told to.
+@interface VantEventPoster : NSObject {
+    NSEvent *event;
+}
++ (id)with:(NSEvent *)event;
+- (void)post;
+@end
+
+@implementation VantEventPoster
+
++ (id)with:(NSEvent *)posted {
+    VantEventPoster *poster = [[[self alloc] init] autorelease];
+    poster->event = [posted retain];
+    return poster;
+}
+
+- (void)dealloc {
+    [event release];
+    [super dealloc];
+}
+
+- (void)post {
+    [NSApp postEvent:event atStart:NO];
+}
+
+@end
+
 /// The pane as the one delegate of every download.
 class DownloadDelegate : public WebTest {
 protected:
@@ -204,4 +231,28 @@ TEST_F(DownloadDelegate, GivesControlBackToWhoeverRunsTheLoop) {
                                              beforeDate:[NSDate dateWithTimeIntervalSinceNow:8.0]]);
     }
     EXPECT_LT(-[start timeIntervalSinceNow], 4.0);
+}
+
+TEST_F(DownloadDelegate, AFinishLeavesTheApplicationRunning) {
+    [pane performSelector:@selector(downloadDidFinish:) withObject:idleDownload() afterDelay:0.05];
+    [NSApp performSelector:@selector(stop:) withObject:nil afterDelay:0.6];
+    // Stopping takes effect with the next event.
+    NSEvent *event = [NSEvent otherEventWithType:NSApplicationDefined
+                                        location:NSZeroPoint
+                                   modifierFlags:0
+                                       timestamp:0
+                                    windowNumber:0
+                                         context:nil
+                                         subtype:0
+                                           data1:0
+                                           data2:0];
+    [NSTimer scheduledTimerWithTimeInterval:0.65
+                                     target:[VantEventPoster with:event]
+                                   selector:@selector(post)
+                                   userInfo:nil
+                                    repeats:NO];
+    NSDate *start = [NSDate date];
+    [NSApp run];
+    EXPECT_GE(-[start timeIntervalSinceNow], 0.5);
+    EXPECT_EQ(field<double>(pane, "mDownloadProgress"), 100.0);
 }

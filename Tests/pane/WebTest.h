@@ -1,5 +1,6 @@
 #pragma once
-#include "InstallTest.h"
+#import "InstallTest.h"
+#import "VantInstallation+Downloads.h"
 
 /// A response that announces the length it was given.
 @interface VantAnnouncedResponse : NSObject {
@@ -7,15 +8,6 @@
 }
 + (NSURLResponse *)ofLength:(long long)length;
 - (long long)expectedContentLength;
-@end
-
-/// What the pane and the rows answer as the delegate of a download, for sending it by hand.
-@interface NSObject (VantDownloadDelegate)
-- (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response;
-- (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length;
-- (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path;
-- (void)downloadDidFinish:(NSURLDownload *)download;
-- (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error;
 @end
 
 namespace vant::test {

@@ -2,7 +2,7 @@
 
 /// One row of the web-download table: its check box, spinner, bar and status text, and the state of one download, whose
 /// delegate a row can be. Main thread.
-@interface BDObject : NSObject {
+@interface BDObject : NSObject <NSURLDownloadDelegate> {
 @package
     NSProgressIndicator *continuousProgress;
     NSProgressIndicator *discreteProgress;

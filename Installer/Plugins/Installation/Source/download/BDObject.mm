@@ -66,7 +66,7 @@ static void discard(NSProgressIndicator *indicator) {
 }
 
 - (void)toggleCheckBTStatus {
-    checkBTStatus = !checkBTStatus;
+    checkBTStatus = checkBTStatus == YES ? NO : YES;
 }
 
 - (NSButtonCell *)checkButton {

@@ -33,12 +33,13 @@ std::vector<MergedRecord> mergeMedia(std::span<const MediaComponent> media,
     for (const auto &path : listedPaths)
         names.add(path);
     std::vector<MergedRecord> added;
-    for (auto component = media.rbegin(); component != media.rend(); ++component) {
-        if (names.holds(component->location))
+    for (std::size_t i = media.size(); i-- > 0;) {
+        const MediaComponent &component = media[i];
+        if (names.holds(component.location))
             continue;
-        added.push_back({component->location, component->kind});
-        names.add(component->location);
-        if (component->kind != scanDriver)
+        added.push_back({component.location, component.kind});
+        names.add(component.location);
+        if (component.kind != scanDriver)
             continue;
         added.push_back({secondScanDriver, std::string(scanDriver)});
         names.add(secondScanDriver);

@@ -2,10 +2,5 @@
 
 /// The pane as the delegate of every download of its run. They all share the pane's one set of download fields, which
 /// describes the download started last and counts the bytes of all. Main thread.
-@interface VantInstallation (Downloads)
-- (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response;
-- (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length;
-- (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path;
-- (void)downloadDidFinish:(NSURLDownload *)download;
-- (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error;
+@interface VantInstallation (Downloads) <NSURLDownloadDelegate>
 @end

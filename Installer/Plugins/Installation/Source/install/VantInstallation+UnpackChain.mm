@@ -28,8 +28,8 @@ static BOOL exists(NSString *path) {
 // Failures are ignored: an item that is already there stays as it is.
 static void copyToDesktop(NSString *folder, NSString *target) {
     NSFileManager *files = [NSFileManager defaultManager];
-    [files createDirectoryAtPath:setAsideFolder() withIntermediateDirectories:YES attributes:nil error:NULL];
-    [files copyItemAtPath:folder toPath:target error:NULL];
+    [files createDirectoryAtPath:setAsideFolder() withIntermediateDirectories:YES attributes:nil error:nullptr];
+    [files copyItemAtPath:folder toPath:target error:nullptr];
 }
 
 @implementation VantInstallation (UnpackChain)
@@ -96,7 +96,7 @@ static void copyToDesktop(NSString *folder, NSString *target) {
     case vant::UnpackEnding::ShowSetAside:
         return [self showSetAside];
     case vant::UnpackEnding::SetAsideMissing:
-        [[NSFileManager defaultManager] removeItemAtPath:setAsideFolder() error:NULL];
+        [[NSFileManager defaultManager] removeItemAtPath:setAsideFolder() error:nullptr];
         return;
     case vant::UnpackEnding::Install:
         return [self startInstallation];
@@ -112,7 +112,7 @@ static void copyToDesktop(NSString *folder, NSString *target) {
     [[NSWorkspace sharedWorkspace] openFile:setAsideFolder()];
     if (installflag == 1)
         return;
-    [[NSFileManager defaultManager] removeItemAtPath:VantTemporaryPath(VantWebSelectionFile) error:NULL];
+    [[NSFileManager defaultManager] removeItemAtPath:VantTemporaryPath(VantWebSelectionFile) error:nullptr];
 }
 
 - (void)startInstallation {
