@@ -3,6 +3,8 @@
 #import "VantInstallation+InstallOrder.h"
 #import "VantInstallation+SelectedSoftware.h"
 
+#include <ctime>
+
 using namespace vant::test;
 
 namespace {
@@ -176,9 +178,9 @@ TEST_F(InstallOrder, AHundredThousandRecordsAreOrderedAtOnce) {
     NSMutableArray *records = [NSMutableArray array];
     for (int i = 0; i < 100000; ++i)
         [records addObject:mediaRecord(i % 2 == 0 ? @"Scan Driver" : @"Print Driver")];
-    NSDate *start = [NSDate date];
+    const std::clock_t start = std::clock();
     sort(records, @"CD");
-    EXPECT_LT(-[start timeIntervalSinceNow], 10.0);
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10) << "seconds of this process, whatever else runs";
     EXPECT_TRUE([[[records objectAtIndex:49999] objectForKey:@"TYPE"] isEqual:@"Print Driver"]);
     EXPECT_TRUE([[[records objectAtIndex:50000] objectForKey:@"TYPE"] isEqual:@"Scan Driver"]);
 }

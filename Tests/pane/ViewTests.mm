@@ -5,6 +5,7 @@
 
 #include "Jail.hpp"
 #include <cstdlib>
+#include <ctime>
 
 using namespace vant::test;
 
@@ -191,10 +192,10 @@ TEST_F(Views, AMediaSelectionOfAHundredThousandEntriesIsTakenUp) {
     NSMutableArray *entries = [NSMutableArray array];
     for (int i = 0; i < 100000; ++i)
         [entries addObject:entry(@"Pressdeck", @"/p.pkg")];
-    NSDate *start = [NSDate date];
+    const std::clock_t start = std::clock();
     startMediaView(entries);
     EXPECT_EQ([mediaList() count], 100001U);
-    EXPECT_LT(-[start timeIntervalSinceNow], 60.0);
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 60) << "seconds of this process, whatever else runs";
 }
 
 TEST_F(Views, GrantedRightsAreKeptAndThePageCannotBeCancelledAnyMore) {
