@@ -23,11 +23,18 @@ static NSString *nameKey(vant::RecordName name) {
     return name == vant::RecordName::type ? VantTypeKey : VantComponentNameKey;
 }
 
+/// Leaves the records at the positions out, which ascend. One may be tempted to use `removeObjectsAtIndexes:`, but that
+/// moves the rest of the list once for each of them.
 static void removePositions(NSMutableArray *records, const std::vector<std::size_t> &positions) {
-    NSMutableIndexSet *indexes = [NSMutableIndexSet indexSet];
-    for (const std::size_t position : positions)
-        [indexes addIndex:position];
-    [records removeObjectsAtIndexes:indexes];
+    NSMutableArray *kept = [NSMutableArray arrayWithCapacity:[records count]];
+    auto dropped = positions.begin();
+    for (NSUInteger i = 0; i < [records count]; ++i) {
+        if (dropped != positions.end() && *dropped == i)
+            ++dropped;
+        else
+            [kept addObject:[records objectAtIndex:i]];
+    }
+    [records setArray:kept];
 }
 
 @implementation VantInstallation (InstallOrder)
