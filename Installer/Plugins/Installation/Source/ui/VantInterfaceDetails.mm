@@ -36,6 +36,8 @@ static void describe(id control, NSString *description) {
 // Not every platform reads these from an interface description.
 - (void)settleControls {
     [title setFont:[NSFont boldSystemFontOfSize:[[title font] pointSize]]];
+    [pageIndicator setMode:NSRadioModeMatrix];
+    [pageIndicator setAllowsEmptySelection:YES];
     [table setHeaderView:nil];
     [table setCornerView:nil];
     [[table enclosingScrollView] tile];
@@ -50,8 +52,11 @@ static void describe(id control, NSString *description) {
     [backButton setImage:image(@"Back_Disable.png")];
     [[pageIndicator cellAtRow:0 column:0] setImage:image(@"indicator_selected.png")];
     [[pageIndicator cellAtRow:0 column:1] setImage:image(@"Indicator_normal.png")];
-    for (NSButtonCell *cell in [pageIndicator cells])
+    for (NSButtonCell *cell in [pageIndicator cells]) {
         [cell setBordered:NO];
+        // A selectable cell takes a click for the start of editing.
+        [cell setSelectable:NO];
+    }
     [pageIndicator selectCellAtRow:0 column:0];
 }
 
