@@ -76,6 +76,10 @@ static bool standardInputEnded(void) {
                                             repeats:YES];
     for (NSString *mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ])
         [[NSRunLoop currentRunLoop] addTimer:timer forMode:mode];
+    if (settings.nextSlide > 0)
+        [[pane valueForKey:@"nextButton"] performSelector:@selector(performClick:)
+                                               withObject:self
+                                               afterDelay:settings.nextSlide];
 }
 
 - (void)failToStart:(NSString *)why {

@@ -34,7 +34,7 @@ class FlowCase(unittest.TestCase):
 
     def run_flow(self, kind, media, **options):
         """One run; its timeline is kept for the questions below."""
-        settings = {"timeout": LONGEST, "pictures": False} | options
+        settings = {"timeout": LONGEST, "pictures": {}} | options
         ended = flow.run(flow.Options(flow=kind, out=self.folder / "out", build=BUILD, media=media, **settings))
         self.events = follow.read_events(ended.places.out / "timeline.txt")
         return ended

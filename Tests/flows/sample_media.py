@@ -2,6 +2,7 @@
 import json
 import pathlib
 
+import flow_case
 from flow_case import BUILD, FlowCase
 
 MEDIA = BUILD / "samples" / "media"
@@ -12,7 +13,7 @@ class SampleMedia(FlowCase):
 
     def test_installs_every_file_of_every_package(self):
         manifest = json.loads((MEDIA / "manifest.json").read_text())
-        ended = self.run_flow("media", MEDIA, pictures=True)
+        ended = self.run_flow("media", MEDIA, pictures=flow_case.flow.PICTURES)
         self.assert_continued(ended)
         outcomes = {package["name"]: package["outcome"] for package in ended.summary["packages"]}
         self.assertEqual(outcomes, {package["name"]: "PIPE END" for package in manifest["packages"]})

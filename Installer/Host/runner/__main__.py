@@ -6,7 +6,10 @@ import sys
 
 import flow
 import follow
+import gallery
 
+# The sample site is no faster than a good line, so that there is something to see of a download.
+SITE_RATE = "2m"
 LANGUAGES = ["EN", "FN", "GR", "IT", "SP", "PT", "DT", "KR", "CP", "CT"]
 
 
@@ -41,7 +44,12 @@ def main():
         flow=asked.flow, out=out, build=asked.build, media=asked.media or samples / "media", site=asked.site,
         site_folder=samples / "site", offline=asked.offline, language=asked.language, authorize=asked.authorize,
         debug=asked.debug, timeout=asked.timeout)
+    if asked.flow == "web" and not asked.offline:
+        options.pictures, options.rate = flow.WEB_PICTURES, SITE_RATE
     try:
+        if asked.flow == "gallery":
+            print(f"The sheet is {gallery.make(options, print)}")
+            return 0
         ended = flow.run(options, follow.Progress())
     except flow.RunError as error:
         print(f"run: {error}", file=sys.stderr)

@@ -30,6 +30,7 @@ http {{
     scgi_temp_path scgi;
     sendfile on;
     default_type application/octet-stream;
+    limit_rate {rate};
     server {{ listen 127.0.0.1:{port}; root site; }}
 }}
 """
@@ -47,14 +48,15 @@ def answers(port):
 
 
 @contextlib.contextmanager
-def serve(root, folder):
-    """Serves the folder `root`; gives the address. nginx keeps its own files in `folder`."""
+def serve(root, folder, rate=None):
+    """Serves the folder `root`; gives the address. nginx keeps its own files in `folder`. The rate, for one
+    archive, is bytes a second as nginx writes them ("500k"); none is no limit."""
     folder.mkdir()
     port = free_port()
     # As root, nginx would read the files as a user who may not be let in.
     user = "user root;" if os.getuid() == 0 else ""
     configuration = folder / "nginx.conf"
-    configuration.write_text(CONFIGURATION.format(user=user, port=port))
+    configuration.write_text(CONFIGURATION.format(user=user, port=port, rate=rate or 0))
     (folder / "site").symlink_to(root)
     server = subprocess.Popen(["/usr/sbin/nginx", "-p", f"{folder}/", "-e", "error.log", "-c", "nginx.conf"],
                               stdin=subprocess.DEVNULL)

@@ -18,6 +18,42 @@ LINGER = 20
 GRACE = 15  # seconds beyond the time-out, after which a host that does not answer is ended
 
 
+class Moments:
+    """When a picture is due: asked with every event of the timeline, and with None between them."""
+
+    def __init__(self):
+        self.shown_at = None
+        self.ended = False
+
+    def take(self, event):
+        if event.text.startswith("pane shown"):
+            self.shown_at = time.monotonic()
+
+    def settled(self, _event, seconds=FIRST_LOOK):
+        """The pane has been on the screen for a while."""
+        return self.shown_at is not None and time.monotonic() - self.shown_at >= seconds
+
+    def downloading(self, event):
+        return bar_value(event, "download") >= 15
+
+    def installing(self, event):
+        return bar_value(event, "install") >= 40
+
+    def end(self, _event):
+        return self.ended
+
+
+def bar_value(event, bar):
+    if event is None or event.kind != "bar":
+        return 0
+    name, value = event.text.rsplit(" ", 1)
+    return float(value) if name == bar else 0
+
+
+PICTURES = {"1-start": Moments.settled, "2-working": Moments.installing, "3-end": Moments.end}
+WEB_PICTURES = {"1-start": Moments.downloading, "2-working": Moments.installing, "3-end": Moments.end}
+
+
 @dataclasses.dataclass
 class Options:
     """What one run is asked to do."""
@@ -32,7 +68,9 @@ class Options:
     authorize: str = "grant"
     debug: bool = False
     timeout: float = 600
-    pictures: bool = True
+    pictures: dict = dataclasses.field(default_factory=lambda: dict(PICTURES))  # name → when, see Moments
+    rate: str | None = None           # speed of the site that is served, as nginx has it: "2m"
+    next_slide: float | None = None   # seconds after which the host presses the pane's Next button
     prepared: typing.Callable[[Places], None] = lambda places: None  # last hand on the folders, before the host starts
 
 
@@ -47,6 +85,7 @@ class Result:
 
 def run(options, progress=None):
     """Runs one installation to its end. Whatever it starts is stopped when it returns or raises."""
+    progress = progress or follow.Silence()
     places = Places(options.out, options.build)
     places.stage_media(options.media)
     places.stage_tools()
@@ -62,7 +101,8 @@ def run(options, progress=None):
 
 
 def host_arguments(options, places):
-    return [str(places.app / "VantHost"), "-Flow", options.flow, "-Output", str(places.out),
+    slide = ["-NextSlideAfter", str(options.next_slide)] if options.next_slide else []
+    return [str(places.app / "VantHost"), *slide, "-Flow", options.flow, "-Output", str(places.out),
             "-Bundle", str(options.build.resolve() / "VantInstallation.bundle"),
             "-Language", options.language, "-Debug", "YES" if options.debug else "NO",
             "-TimeOut", str(options.timeout), "-Linger", str(LINGER)]
@@ -78,7 +118,7 @@ def web_arguments(options, places, stack):
         site = download_site.UNREACHABLE
         shutil.copy(options.site_folder / download_site.SELECTION, selection)
     else:
-        site = stack.enter_context(download_site.serve(options.site_folder.resolve(), places.out / "nginx"))
+        site = stack.enter_context(download_site.serve(options.site_folder.resolve(), places.out / "nginx", options.rate))
         download_site.fetch_selection(site, selection)
     return ["-WebSelection", str(selection), "-Site", site]
 
@@ -104,36 +144,21 @@ def run_host(options, places, arguments, progress):
 def watch(host, options, places, progress):
     """Follows the timeline until the summary is there, the host is gone, or its time is long over."""
     tail = follow.Tail(places.out / "timeline.txt")
-    camera = follow.Camera(places.out) if options.pictures else None
-    shown_at = None
+    camera = follow.Camera(places.out)
+    moments = Moments()
     deadline = time.monotonic() + options.timeout + GRACE
-    while host.poll() is None and time.monotonic() < deadline:
-        ended = (places.out / "summary.json").exists()
-        for event in tail.look():
-            if progress:
+    while host.poll() is None and not moments.ended:
+        moments.ended = (places.out / "summary.json").exists() or time.monotonic() > deadline
+        for event in [*tail.look(), None]:
+            if event:
+                moments.take(event)
                 progress.take(event)
-            if event.text.startswith("pane shown"):
-                shown_at = time.monotonic()
-            if camera and event.kind == "bar" and is_half_way(event.text):
-                camera.take("2-working")
-        if progress:
-            progress.show()
-        if camera and shown_at and time.monotonic() - shown_at >= FIRST_LOOK:
-            camera.take("1-start")
-        if ended:
-            if camera:
-                camera.take("3-end")
-            break
+            for name, due in options.pictures.items():
+                if due(moments, event):
+                    camera.take(name)
+        progress.show()
         time.sleep(0.05)
-    if camera and not (places.out / "summary.json").exists():
-        camera.take("3-end")
-    if progress:
-        progress.finish()
-
-
-def is_half_way(bar):
-    name, value = bar.rsplit(" ", 1)
-    return name == "install" and float(value) >= 40
+    progress.finish()
 
 
 def result(status, places):

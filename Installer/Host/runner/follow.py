@@ -76,6 +76,19 @@ class Progress:
             self.stream.write("\n")
 
 
+class Silence:
+    """Progress that nobody watches."""
+
+    def take(self, event):
+        pass
+
+    def show(self):
+        pass
+
+    def finish(self):
+        pass
+
+
 class Camera:
     """Pictures of the host's window, frame included, as the screen shows it."""
 

@@ -8,8 +8,7 @@ import signal
 
 MARK = ".vant-run"
 RUN = "VANT_RUN"  # in the environment of whatever a run starts
-OURS = ["home", "media", "nss", "nginx", "root", "system", "tmp", "host.log", "summary.json", "timeline.txt", "trace.log",
-        "1-start.png", "2-working.png", "3-end.png"]
+OURS = ["home", "media", "nss", "nginx", "root", "system", "tmp", "host.log", "summary.json", "timeline.txt", "trace.log"]
 
 
 class RunError(Exception):
@@ -38,8 +37,7 @@ class Places:
         if not mark.exists() and any(self.out.iterdir()):
             raise RunError(f"{self.out} holds files that no run has written: choose an empty folder")
         mark.touch()
-        for name in OURS:
-            path = self.out / name
+        for path in [self.out / name for name in OURS] + list(self.out.glob("*.png")):
             if path.is_dir() and not path.is_symlink():
                 shutil.rmtree(path)
             else:
@@ -73,11 +71,13 @@ class Places:
         (nss / "passwd").write_text(f"{user.pw_name}:x:{user.pw_uid}:{user.pw_gid}::{self.home}:/bin/sh\n")
         (nss / "group").write_text(f"{group.gr_name}:x:{group.gr_gid}:\n")
         kept = {name: value for name, value in os.environ.items() if not name.startswith(("XDG_", "VANT_"))}
+        kept.setdefault("ASAN_OPTIONS", "detect_leaks=0")
         return kept | {
             "HOME": str(self.home),
             "LANG": "C.UTF-8",
             "LD_PRELOAD": " ".join(self._sanitizer_runtime() + ["libnss_wrapper.so"]),
             "LOGNAME": user.pw_name,
+            "NSS_WRAPPER_DISABLE_DEEPBIND": "1",  # sanitizers do not bear it
             "NSS_WRAPPER_GROUP": str(nss / "group"),
             "NSS_WRAPPER_PASSWD": str(nss / "passwd"),
             "TEMP": str(self.temporary),

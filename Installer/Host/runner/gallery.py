@@ -1,0 +1,68 @@
+"""A contact sheet of every state of the pane in every language, for a person to look at."""
+import dataclasses
+import shutil
+import subprocess
+
+import flow
+from flow import Moments
+
+LANGUAGES = {"EN": "English", "FN": "Français", "GR": "Deutsch", "IT": "Italiano", "SP": "Español", "PT": "Português",
+             "DT": "Nederlands", "KR": "한국어", "CP": "简体中文", "CT": "繁體中文"}
+
+
+def second_slide(moments, event):
+    return moments.settled(event, seconds=1.6)
+
+
+# One run each: what differs from an ordinary run, and the pictures that it is made for.
+RUNS = [
+    ({"flow": "media", "next_slide": 1.0},
+     {"media 1 waiting": Moments.settled, "media 2 second page": second_slide, "media 3 installing": Moments.installing,
+      "media 4 complete": Moments.end}),
+    ({"flow": "web", "rate": "600k"},
+     {"web 1 downloading": Moments.downloading, "web 2 installing": Moments.installing, "web 3 complete": Moments.end}),
+    ({"flow": "media", "authorize": "cancel"}, {"refused": Moments.end}),
+]
+STATES = [name for _, pictures in RUNS for name in pictures]
+
+
+def make(options, say):
+    """Pictures every state in every language below the output folder, and puts them on one sheet. Gives its path."""
+    pictures = options.out / "pictures"
+    pictures.mkdir(parents=True, exist_ok=True)
+    for code in LANGUAGES:
+        for changes, moments in RUNS:
+            say(f"{LANGUAGES[code]}: {', '.join(moments)}")
+            picture_run(dataclasses.replace(options, language=code, out=options.out / "run", pictures=moments, **changes),
+                        code, pictures)
+    shutil.rmtree(options.out / "run")
+    return sheet(pictures, options.out / "gallery.png")
+
+
+def picture_run(options, code, pictures):
+    flow.run(options)
+    for name in options.pictures:
+        taken = options.out / f"{name}.png"
+        if taken.exists():
+            shutil.move(taken, pictures / f"{code} {name}.png")
+
+
+def sheet(pictures, target):
+    """A row a language, a column a state; what could not be pictured leaves an empty place."""
+    command = ["montage", "-background", "#eef1f5", "-font", typeface(), "-pointsize", "20"]
+    for code, language in LANGUAGES.items():
+        for state in STATES:
+            picture = pictures / f"{code} {state}.png"
+            command += ["-label", f"{language}: {state}", str(picture) if picture.exists() else "null:"]
+    command += ["-tile", f"{len(STATES)}x", "-geometry", "x560+14+14", str(target)]
+    subprocess.run(command, check=True, stdin=subprocess.DEVNULL)
+    return target
+
+
+def typeface():
+    """A font file that has the letters of all ten languages."""
+    return subprocess.run(["fc-match", "-f", "%{file}", "Noto Sans CJK SC"], check=True, capture_output=True,
+                          text=True).stdout
+
+
+__all__ = ["make"]
