@@ -149,6 +149,34 @@ TEST_F(UrlDownloadLoop, ThirtyDownloadsRunAtOnce) {
         EXPECT_EQ([contents([NSString stringWithFormat:@"%d", i]) length], 20'000U + static_cast<unsigned>(i));
 }
 
+TEST_F(UrlDownloadLoop, DownloadsBeyondThoseAtOnceWaitWithoutTimingOut) {
+    constexpr int count = 40;
+    server.serve("/a", HttpReply{.body = "x", .delay = 600ms});
+    for (int i = 0; i < count; ++i)
+        [startRequest(request(server.url("/a"), 0.9), recorder) setDestination:path(@"file") allowOverwrite:NO];
+    const auto finished = [&] {
+        NSPredicate *end = [NSPredicate predicateWithFormat:@"SELF == 'finish'"];
+        return [[recorder->messages filteredArrayUsingPredicate:end] count];
+    };
+    EXPECT_TRUE(runUntil([&] { return finished() == count; })) << finished() << " " << errorCode();
+    EXPECT_EQ(server.mostAtOnce(), 32);
+    EXPECT_EQ(server.connections(), 32U);
+}
+
+TEST_F(UrlDownloadLoop, CancelMakesRoomForTheNext) {
+    server.serve("/stall", HttpReply{.body = pattern(100), .fault = Fault::stall, .faultAfter = 50});
+    server.serve("/a", HttpReply{.body = "x"});
+    NSMutableArray *stalled = [NSMutableArray array];
+    for (int i = 0; i < 32; ++i)
+        [stalled addObject:startRequest(request(server.url("/stall")), nil)];
+    start(server.url("/a"));
+    runFor(0.1);
+    EXPECT_FALSE([recorder done]);
+    [[stalled lastObject] cancel];
+    EXPECT_TRUE(runUntil([&] { return [recorder done]; }));
+    [stalled makeObjectsPerformSelector:@selector(cancel)];
+}
+
 TEST_F(UrlDownloadLoop, OneDelegateServesManyDownloads) {
     server.serve("/a", HttpReply{.body = "x"});
     for (NSString *file in @[ @"1", @"2", @"3" ])
