@@ -19,6 +19,39 @@ struct ContentDecoder::Stream {
     std::array<char, 128UL * 1024> output{};
     bool started = false;
     bool ended = false;
+
+    void offer(std::string_view bytes) noexcept {
+        // zlib's interface predates const; it does not write to its input.
+        state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.data()));
+        state.avail_in = static_cast<uInt>(bytes.size());
+    }
+
+    /// Streams may follow one another. What is no stream is padding, which readers of gzip ignore: false.
+    bool beginNext() noexcept {
+        constexpr Bytef firstOfGzip = 0x1f;
+        if (state.avail_in == 0 || *state.next_in != firstOfGzip)
+            return false;
+        inflateReset(&state);
+        ended = false;
+        return true;
+    }
+
+    /// Decodes into the buffer; false for damage. Gives what there is in `count`.
+    bool step(std::string_view all, std::size_t &count) noexcept {
+        state.next_out = reinterpret_cast<Bytef *>(output.data());
+        state.avail_out = static_cast<uInt>(output.size());
+        int status = inflate(&state, Z_NO_FLUSH);
+        if (status == Z_DATA_ERROR && !started) {
+            // "deflate" means zlib's wrapping, yet half of the servers send the bare stream.
+            inflateReset2(&state, bareDeflate);
+            offer(all);
+            status = inflate(&state, Z_NO_FLUSH);
+        }
+        started = true;
+        ended = status == Z_STREAM_END;
+        count = output.size() - state.avail_out;
+        return status == Z_OK || status == Z_STREAM_END || status == Z_BUF_ERROR;
+    }
 };
 
 bool ContentDecoder::knows(std::string_view encoding) {
@@ -36,37 +69,17 @@ ContentDecoder::~ContentDecoder() {
 }
 
 ContentDecoder::Result ContentDecoder::decode(std::string_view bytes, const Sink &sink) {
-    z_stream &z = stream_->state;
-    // zlib's interface predates const; it does not write to its input.
-    z.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.data()));
-    z.avail_in = static_cast<uInt>(bytes.size());
-    bool more = !bytes.empty();
-    while (more) {
-        if (stream_->ended) {
-            // Streams may follow one another; what is no stream is padding, which readers of gzip ignore.
-            if (z.avail_in == 0 || *z.next_in != 0x1f)
-                return Result::taken;
-            inflateReset(&z);
-            stream_->ended = false;
-        }
-        z.next_out = reinterpret_cast<Bytef *>(stream_->output.data());
-        z.avail_out = static_cast<uInt>(stream_->output.size());
-        int status = inflate(&z, Z_NO_FLUSH);
-        if (status == Z_DATA_ERROR && !stream_->started && z.total_in <= 2) {
-            // "deflate" means zlib's wrapping, yet half of the servers send the bare stream.
-            inflateReset2(&z, bareDeflate);
-            z.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.data()));
-            z.avail_in = static_cast<uInt>(bytes.size());
-            status = inflate(&z, Z_NO_FLUSH);
-        }
-        if (status != Z_OK && status != Z_STREAM_END && status != Z_BUF_ERROR)
+    auto &stream = *stream_;
+    stream.offer(bytes);
+    for (bool more = !bytes.empty(); more;) {
+        if (stream.ended && !stream.beginNext())
+            return Result::taken;
+        std::size_t count = 0;
+        if (!stream.step(bytes, count))
             return Result::damaged;
-        stream_->started = true;
-        stream_->ended = status == Z_STREAM_END;
-        const auto count = stream_->output.size() - z.avail_out;
-        if (count > 0 && !sink({stream_->output.data(), count}))
+        if (count > 0 && !sink({stream.output.data(), count}))
             return Result::stopped;
-        more = z.avail_in > 0 || z.avail_out == 0;
+        more = stream.state.avail_in > 0 || stream.state.avail_out == 0;
     }
     return Result::taken;
 }
