@@ -52,9 +52,14 @@ TEST_F(Ditto, MakesFoldersThatTheArchiveDoesNotList) {
 
 TEST_F(Ditto, KeepsModesAndTimesAndDropsSetIdBits) {
     for (const auto &shape : shapes) {
-        ASSERT_EQ(expand(shape, {folder("closed", 0555), file("closed/program", "#!", 06751)}).status, 0) << shape.name;
+        ASSERT_EQ(
+            expand(shape, {folder("closed", 0555), file("closed/program", "#!", 06751), file("shared", "x", 0666)})
+                .status,
+            0)
+            << shape.name;
         EXPECT_EQ(modeOf(out() / "closed"), 0555U) << shape.name;
         EXPECT_EQ(modeOf(out() / "closed/program"), 0751U) << shape.name;
+        EXPECT_EQ(modeOf(out() / "shared"), 0666U) << shape.name;
         struct stat info {};
         ::stat((out() / "closed/program").c_str(), &info);
         EXPECT_EQ(info.st_mtim.tv_sec, samples::itemTime) << shape.name;
@@ -150,8 +155,14 @@ TEST_F(Ditto, NamesOfOneFileStayOneFileWhereverTheDataComes) {
 }
 
 TEST_F(Ditto, AnswersAWrongCommandLineWithItsUsage) {
-    const std::vector<std::vector<std::string>> lines{
-        {}, {"-x"}, {"-xk", "a"}, {"-k", "a", "b"}, {"a", "b"}, {"-xz", "a", "b"}, {"-xk", "a", "b", "c"}};
+    const std::vector<std::vector<std::string>> lines{{},
+                                                      {"-x"},
+                                                      {"-xk", "a"},
+                                                      {"-k", "a", "b"},
+                                                      {"a", "b"},
+                                                      {"-xz", "a", "b"},
+                                                      {"-xk", "a", "b", "c"},
+                                                      {"-x", "a", ""}};
     for (const auto &line : lines) {
         const auto run = runTool(dittoTool(), line);
         EXPECT_EQ(run.status, 1) << line.size();
@@ -199,7 +210,7 @@ TEST_F(Ditto, FailsOnAMissingArchiveAFolderAndAPipe) {
         EXPECT_EQ(ditto(option).status, 1) << "folder";
         fs::remove(jail_.path("archive"));
         ASSERT_EQ(::mkfifo(jail_.path("archive").c_str(), 0600), 0);
-        EXPECT_EQ(ditto(option).status, 1) << "pipe";
+        EXPECT_EQ(ditto(option).status, 1) << "pipe: a wait for its other end would last for ever";
         fs::remove(jail_.path("archive"));
     }
     EXPECT_FALSE(fs::exists(out().parent_path()));

@@ -1,5 +1,6 @@
 #include "DittoFixture.hpp"
 
+#include <algorithm>
 #include <random>
 
 namespace fs = std::filesystem;
@@ -159,6 +160,22 @@ TEST_F(HostileArchive, ADamagedFileIsNoticedByItsChecksum) {
         EXPECT_EQ(ditto(shape.option).status, 1) << shape.name;
         EXPECT_FALSE(fs::exists(out())) << shape.name;
     }
+}
+
+TEST_F(HostileArchive, AChecksumBehindTheLastEntrysBlockIsReadToo) {
+    constexpr std::size_t block = std::size_t{32} * 1024; // what one read of the archive takes
+    std::mt19937 random(8);
+    std::string noise(3 * block, '\0');
+    std::ranges::generate(noise, [&] { return static_cast<char>(random()); });
+    const auto packed = [&] { return archiveOf(Format::Cpio, Filter::Gzip, {file("noise", noise)}); };
+    for (int tries = 0; tries < 20 && packed().size() % block != 4; ++tries)
+        noise.resize(noise.size() - std::max<std::size_t>((packed().size() - 4) % block, 1));
+    auto bytes = packed();
+    ASSERT_EQ(bytes.size() % block, 4U) << "the last four bytes stand in a block of their own";
+    bytes.back() = static_cast<char>(bytes.back() ^ 1);
+    writeFile(jail_.path("archive"), bytes);
+    EXPECT_EQ(ditto("-x").status, 1);
+    EXPECT_FALSE(fs::exists(out()));
 }
 
 TEST_F(HostileArchive, ALinkIsNeverGivenASecondName) {

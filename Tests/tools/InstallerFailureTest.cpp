@@ -132,6 +132,16 @@ TEST_F(Installer, FailsOnADamagedPayloadWithoutReachingAHundred) {
     expectFailed(install(package), "");
 }
 
+TEST_F(Installer, APackagesOwnChecksumCoversWhatGzipDoesNotMind) {
+    const auto package = writeFlatPackage(jail_.path("a.pkg"), "a", "/", {file("a", noise(300'000))});
+    auto bytes = contentsOf(package);
+    const auto gzip = bytes.find("\x1f\x8b\x08");
+    ASSERT_NE(gzip, std::string::npos);
+    bytes[gzip + 5] = static_cast<char>(bytes[gzip + 5] ^ 1); // in its time stamp
+    writeFile(package, bytes);
+    expectFailed(install(package), "");
+}
+
 TEST_F(Installer, FailsOnATruncatedBundleArchive) {
     const auto package = writeBundlePackage(jail_.path("b.pkg"), "b", "/", {file("a", noise(300'000))});
     const auto archive = package / "Contents/Archive.pax.gz";

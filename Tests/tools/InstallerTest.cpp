@@ -75,6 +75,14 @@ TEST_F(Installer, MergesIntoWhatIsInstalledAlready) {
     EXPECT_EQ(treeOf(root()), (Tree{"Library", "Library/a = new", "Library/kept = kept"}));
 }
 
+TEST_F(Installer, KeepsModesWhateverTheCallersMask) {
+    ASSERT_EQ(
+        install(writeFlatPackage(jail_.path("a.pkg"), "a", "/", {folder("d", 0777), file("a", "1", 0666)})).status, 0);
+    const auto everybody = fs::perms::others_write;
+    EXPECT_EQ(fs::status(root() / "d").permissions() & everybody, everybody);
+    EXPECT_EQ(fs::status(root() / "a").permissions() & everybody, everybody);
+}
+
 TEST_F(Installer, PrintsTheLinesOfARunInTheirOrder) {
     const auto run = install(writeFlatPackage(jail_.path("My Driver.pkg"), "a", "/", {file("a", "1")}));
     const std::vector<std::string> expected{

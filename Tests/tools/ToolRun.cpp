@@ -22,6 +22,8 @@ namespace {
 
 [[noreturn]] void becomeTool(const fs::path &tool, const std::vector<std::string> &arguments,
                              const Environment &environment, int output, int errors) {
+    // Whatever started the tests may have switched it off.
+    ::signal(SIGPIPE, SIG_DFL);
     ::dup2(output, STDOUT_FILENO);
     ::dup2(errors, STDERR_FILENO);
     for (const auto &[name, value] : environment)

@@ -107,7 +107,7 @@ void withEntry(const Package &package, const Component &component, const std::fu
             continue;
         EntrySource source(outer.handle());
         use(source);
-        return source.drain();
+        return;
     }
     throw ExpansionError("the package lacks \"" + component.payload + "\"");
 }
@@ -131,7 +131,6 @@ void withPayload(const Package &package, const Component &component, const std::
         return withEntry(package, component, use);
     FileSource source(component.payload);
     use(source);
-    source.drain();
 }
 
 } // namespace vant

@@ -33,8 +33,8 @@ struct Package {
 /// folder with "Contents/Archive.pax.gz"). Throws ExpansionError when the path is neither.
 [[nodiscard]] Package openPackage(const std::string &path);
 
-/// Opens the component's payload and hands it to `use`, then reads on to its end, which is where a flat package's
-/// checksum is tested. Throws ExpansionError.
+/// Opens the component's payload and hands it to `use`, which has to read to its end: a flat package's checksum is
+/// tested there. Throws ExpansionError.
 void withPayload(const Package &package, const Component &component, const std::function<void(ByteSource &)> &use);
 
 } // namespace vant

@@ -40,7 +40,7 @@ std::optional<Request> requestFrom(std::span<char *const> arguments) {
         }
         arguments = arguments.subspan(1);
     }
-    if (!extract || arguments.size() != 2)
+    if (!extract || arguments.size() != 2 || std::string_view(arguments[1]).empty())
         return std::nullopt;
     request.archive = arguments[0];
     request.folder = arguments[1];
