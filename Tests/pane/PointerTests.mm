@@ -97,8 +97,35 @@ protected:
     }
     bool isStopped() { return field<NSTimer *>(pane, "timer") == nil; }
 
+    NSButton *link() {
+        for (NSView *view in [[pane contentView] subviews])
+            if ([view isKindOfClass:bundleClass(@"VantButton")])
+                return (NSButton *)view;
+        return nil;
+    }
+    bool linkIs(NSColor *colour) {
+        return [colour isEqual:[[link() attributedTitle] attribute:NSForegroundColorAttributeName
+                                                           atIndex:0
+                                                    effectiveRange:nullptr]] != NO;
+    }
+
     NSWindow *window = nil;
 };
+
+/// Takes the link's action in the place of the browser.
+@interface PressCounter : NSObject {
+@public
+    int presses;
+}
+- (void)pressed:(id)sender;
+@end
+
+@implementation PressCounter
+- (void)pressed:(id)sender {
+    (void)sender;
+    ++presses;
+}
+@end
 
 TEST_F(Pointer, NextShowsTheSecondPageAndBackTheFirst) {
     EXPECT_FALSE(isStopped());
@@ -140,4 +167,42 @@ TEST_F(Pointer, KeysReachTheSlideControls) {
     xdotool(@[ @"key", @"space" ]);
     ASSERT_TRUE(handlesEventsUntil([this] { return page() == 1; }));
     EXPECT_TRUE(isStopped());
+}
+
+TEST_F(Pointer, TheLinkIsRedUnderThePointerAndBlueElsewhere) {
+    ASSERT_TRUE(linkIs([NSColor blueColor]));
+    movePointer(middleOf(link()));
+    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor redColor]); }));
+    EXPECT_EQ([NSCursor currentCursor], [NSCursor pointingHandCursor]);
+    movePointer(NSMakePoint(5, 5));
+    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor blueColor]); }));
+}
+
+TEST_F(Pointer, APressTurnsTheLinkBlueAndSendsItsActionOnce) {
+    PressCounter *counter = [[PressCounter alloc] init];
+    [link() setTarget:counter];
+    [link() setAction:@selector(pressed:)];
+    movePointer(middleOf(link()));
+    ASSERT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor redColor]); }));
+    click(middleOf(link()));
+    ASSERT_TRUE(handlesEventsUntil([counter] { return counter->presses > 0; }));
+    EXPECT_EQ(counter->presses, 1);
+    // Still inside, and blue all the same, until the pointer leaves and comes again.
+    EXPECT_TRUE(linkIs([NSColor blueColor]));
+    movePointer(NSMakePoint(5, 5));
+    movePointer(middleOf(link()));
+    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor redColor]); }));
+}
+
+TEST_F(Pointer, TheLinkIsTrackedWhereAResizedWindowPutsIt) {
+    const NSPoint before = middleOf(link());
+    [window setContentSize:NSMakeSize(760, 560)];
+    const NSPoint after = middleOf(link());
+    ASSERT_NE(before.y, after.y);
+    ASSERT_TRUE(handlesEventsUntil([this] { return [window frame].size.width >= 760; }));
+    movePointer(NSMakePoint(5, 5));
+    movePointer(after);
+    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor redColor]); }));
+    movePointer(before);
+    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor blueColor]); }));
 }
