@@ -48,6 +48,10 @@ static bool standardInputEnded(void) {
     observer = [[HostObserver alloc] initWithWindow:window timeline:timeline.get()];
     recorder = [[EventRecorder alloc] initWithTimeline:timeline.get()];
     VantWriteSelectionFiles(settings);
+    [window showPage:nil
+               title:[[NSBundle mainBundle] localizedStringForKey:@"WebInstallTitle"
+                                                            value:@""
+                                                            table:@"Localizable-Inst"]];
     // From the run loop, so that the window is on the screen before the administrator prompt blocks this thread.
     [self performSelector:@selector(startPage) withObject:nil afterDelay:0.1];
 }

@@ -40,14 +40,14 @@
     [self note:"Enabled" of:number value:enabled];
     [self performSelectorOnMainThread:@selector(applyEnabled:)
                            withObject:@[ @(number), @(enabled ? 1 : 0) ]
-                        waitUntilDone:NO];
+                        waitUntilDone:[NSThread isMainThread]];
 }
 
 - (void)button:(int)number hidden:(BOOL)hidden {
     [self note:"Hidden" of:number value:hidden];
     [self performSelectorOnMainThread:@selector(applyHidden:)
                            withObject:@[ @(number), @(hidden ? 1 : 0) ]
-                        waitUntilDone:NO];
+                        waitUntilDone:[NSThread isMainThread]];
 }
 
 - (void)applyEnabled:(NSArray *)change {

@@ -22,6 +22,7 @@ class Moments:
     """When a picture is due: asked with every event of the timeline, and with None between them."""
 
     def __init__(self):
+        self.started_at = time.monotonic()
         self.shown_at = None
         self.ended = False
 
@@ -32,6 +33,10 @@ class Moments:
     def settled(self, _event, seconds=FIRST_LOOK):
         """The pane has been on the screen for a while."""
         return self.shown_at is not None and time.monotonic() - self.shown_at >= seconds
+
+    def prompting(self, _event):
+        """The host has been waiting for the administrator for a while."""
+        return self.shown_at is None and time.monotonic() - self.started_at >= 2
 
     def downloading(self, event):
         return bar_value(event, "download") >= 15
@@ -70,6 +75,7 @@ class Options:
     timeout: float = 600
     pictures: dict = dataclasses.field(default_factory=lambda: dict(PICTURES))  # name → when, see Moments
     rate: str | None = None           # speed of the site that is served, as nginx has it: "2m"
+    press: str | None = None          # key that is pressed once all pictures have been taken
     next_slide: float | None = None   # seconds after which the host presses the pane's Next button
     prepared: typing.Callable[[Places], None] = lambda places: None  # last hand on the folders, before the host starts
 
@@ -156,6 +162,8 @@ def watch(host, options, places, progress):
             for name, due in options.pictures.items():
                 if due(moments, event):
                     camera.take(name)
+        if options.press and camera.taken == set(options.pictures):
+            follow.output("xdotool", "key", options.press)
         progress.show()
         time.sleep(0.05)
     progress.finish()

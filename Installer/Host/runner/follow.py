@@ -90,7 +90,7 @@ class Silence:
 
 
 class Camera:
-    """Pictures of the host's window, frame included, as the screen shows it."""
+    """Pictures of the host's window as the screen shows it: frame included, and a prompt that lies above it."""
 
     def __init__(self, out):
         self.out = out
@@ -103,8 +103,8 @@ class Camera:
         self.taken.add(name)
         window = self._window()
         if window:
-            subprocess.run(["import", "-silent", "-frame", "-window", window, "+repage", str(self.out / f"{name}.png")],
-                           check=False, stdin=subprocess.DEVNULL)
+            subprocess.run(["import", "-silent", "-window", "root", "-crop", frame(window), "+repage",
+                            str(self.out / f"{name}.png")], check=False, stdin=subprocess.DEVNULL)
 
     @staticmethod
     def _window():
@@ -118,6 +118,16 @@ def area(window):
     geometry = output("xdotool", "getwindowgeometry", "--shell", window)
     values = dict(line.split("=", 1) for line in geometry.split() if "=" in line)
     return int(values.get("WIDTH", 0)) * int(values.get("HEIGHT", 0))
+
+
+def frame(window):
+    """Where the window lies on the screen, frame included, as ImageMagick writes it."""
+    lines = output("xwininfo", "-id", window).splitlines()
+    values = dict(line.strip().split(":", 1) for line in lines if ": " in line)
+    width, height, x, y = (int(values[key]) for key in ("Width", "Height", "Absolute upper-left X", "Absolute upper-left Y"))
+    extents = output("xprop", "-id", window, "_NET_FRAME_EXTENTS").partition("=")[2]
+    left, right, top, bottom = map(int, extents.split(",")) if extents else (0, 0, 0, 0)
+    return f"{width + left + right}x{height + top + bottom}{x - left:+d}{y - top:+d}"
 
 
 def output(*command):

@@ -21,6 +21,7 @@ RUNS = [
       "media 4 complete": Moments.end}),
     ({"flow": "web", "rate": "600k"},
      {"web 1 downloading": Moments.downloading, "web 2 installing": Moments.installing, "web 3 complete": Moments.end}),
+    ({"flow": "media", "authorize": "ask", "press": "Escape"}, {"prompt": Moments.prompting}),
     ({"flow": "media", "authorize": "cancel"}, {"refused": Moments.end}),
 ]
 STATES = [name for _, pictures in RUNS for name in pictures]

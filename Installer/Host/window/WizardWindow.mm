@@ -22,6 +22,8 @@ static NSString *hostString(NSString *key) {
     [self addHeaderTo:content];
     [self addPaneAreaTo:content];
     [self addButtonsTo:content];
+    // No button is to look pressed into service before the user has touched the keyboard.
+    [window setInitialFirstResponder:content];
     [window center];
     [window makeKeyAndOrderFront:self];
     return self;
