@@ -1,5 +1,6 @@
 #include "PrivilegedTool.hpp"
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -79,8 +80,9 @@ void reapInBackground(pid_t child) {
     pthread_attr_init(&attributes);
     pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
     pthread_attr_setstacksize(&attributes, reaperStack);
+    void *const context = reinterpret_cast<void *>(static_cast<intptr_t>(child)); // NOLINT(performance-no-int-to-ptr)
     pthread_t thread{};
-    pthread_create(&thread, &attributes, reap, reinterpret_cast<void *>(static_cast<intptr_t>(child)));
+    pthread_create(&thread, &attributes, reap, context);
     pthread_attr_destroy(&attributes);
     pthread_sigmask(SIG_SETMASK, &previous, nullptr);
 }
@@ -98,8 +100,8 @@ bool spawn(const std::string &path, char *const *arguments, const SpawnActions &
 ToolLaunch launchWithChannel(const std::string &path, char *const *arguments, FILE **channel) {
     // Both ends close on exec: another child that held ours would keep the tool from seeing its end, one that held the
     // tool's would keep the end of the tool's output from us.
-    int pair[2];
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair) != 0)
+    std::array<int, 2> pair{};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair.data()) != 0)
         return ToolLaunch::noChannel;
     Descriptor ours(pair[0]);
     const Descriptor theirs(pair[1]);

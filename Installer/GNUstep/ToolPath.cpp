@@ -29,7 +29,7 @@ std::string programInPath(const std::string &name) {
     std::error_code ignored;
     std::istringstream folders(variable != nullptr ? variable : "");
     for (std::string folder; std::getline(folders, folder, ':');) {
-        std::string candidate = folder + '/' + name;
+        std::string candidate = std::filesystem::path(folder) / name;
         if (std::filesystem::is_regular_file(candidate, ignored) && access(candidate.c_str(), X_OK) == 0)
             return candidate;
     }
