@@ -36,10 +36,12 @@ std::string packageInfo(const std::string &identifier, const std::string &locati
     std::size_t bytes = 0;
     for (const auto &item : files)
         bytes += item.content.size();
-    return xmlHead + ("<pkg-info format-version=\"2\" identifier=\"" + escaped(identifier)) +
-           "\" version=\"1.0\" install-location=\"" + escaped(location) +
-           "\" auth=\"root\">\n    <payload numberOfFiles=\"" + std::to_string(files.size() + 1) +
-           "\" installKBytes=\"" + std::to_string(bytes / 1024) + "\"/>\n</pkg-info>\n";
+    std::string text = xmlHead;
+    text.append(R"(<pkg-info format-version="2" version="1.0" auth="root" identifier=")").append(escaped(identifier));
+    text.append(R"(" install-location=")").append(escaped(location)).append("\">\n");
+    text.append(R"(    <payload numberOfFiles=")").append(std::to_string(files.size() + 1));
+    text.append(R"(" installKBytes=")").append(std::to_string(bytes / 1024)).append("\"/>\n</pkg-info>\n");
+    return text;
 }
 
 std::string percentEncoded(const std::string &text) {
@@ -54,9 +56,11 @@ std::string distribution(const std::string &title, const std::vector<ComponentFi
     std::string references;
     for (const auto &component : components) {
         const auto name = escaped(component.name);
-        choices += "        <line choice=\"" + name + "\"/>\n";
-        references += "    <choice id=\"" + name + "\"><pkg-ref id=\"" + name + "\"/></choice>\n    <pkg-ref id=\"" +
-                      name + "\" version=\"1.0\">#" + escaped(percentEncoded(component.name)) + "</pkg-ref>\n";
+        choices.append(R"(        <line choice=")").append(name).append("\"/>\n");
+        references.append(R"(    <choice id=")").append(name).append(R"("><pkg-ref id=")").append(name);
+        references.append("\"/></choice>\n").append(R"(    <pkg-ref id=")").append(name);
+        references.append(R"(" version="1.0">#)").append(escaped(percentEncoded(component.name)));
+        references.append("</pkg-ref>\n");
     }
     return xmlHead + ("<installer-gui-script minSpecVersion=\"1\">\n    <title>" + escaped(title)) +
            "</title>\n    <choices-outline>\n" + choices + "    </choices-outline>\n" + references +

@@ -33,6 +33,7 @@ std::string plistDocument(const std::string &root) {
 std::string selectionDocument(const std::vector<Selected> &selection) {
     const auto text = [](const std::string &value) { return plistDictionary({{"text", plistString(value)}}); };
     std::vector<std::string> elements;
+    elements.reserve(selection.size());
     for (const auto &[type, location] : selection)
         elements.push_back(plistDictionary({{"TYPE", text(type)}, {"LOCATION", text(location)}}));
     return plistDocument(plistArray(elements));
