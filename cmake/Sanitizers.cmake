@@ -13,6 +13,7 @@ if(VANT_SANITIZE)
         # Programs that preload something else must preload the sanitizer's runtime before it.
         string(REGEX MATCH "^(address|thread)" sanitizerName "${VANT_SANITIZE}")
         string(SUBSTRING "${sanitizerName}" 0 1 sanitizerLetter)
-        file(GLOB VANT_SANITIZER_RUNTIME "${sanitizerRuntime}/libclang_rt.${sanitizerLetter}san*.so")
+        set(VANT_SANITIZER_RUNTIME
+            ${sanitizerRuntime}/libclang_rt.${sanitizerLetter}san-${CMAKE_SYSTEM_PROCESSOR}.so)
     endif()
 endif()
