@@ -82,9 +82,14 @@ void CurlSource::configure() {
 }
 
 void CurlSource::addFields() {
-    for (const auto &[name, value] : transfer_.request().fields)
-        if (!name.empty() && isOneLine(name) && isOneLine(value))
-            fields_ = curl_slist_append(fields_, value.empty() ? (name + ";").c_str() : (name + ": " + value).c_str());
+    for (const auto &[name, value] : transfer_.request().fields) {
+        if (name.empty() || !isOneLine(name) || !isOneLine(value))
+            continue;
+        std::string line = name;
+        // The library sends a field without a value only when it is told so in this form.
+        line.append(value.empty() ? ";" : ": ").append(value);
+        fields_ = curl_slist_append(fields_, line.c_str());
+    }
     if (!hasField(transfer_.request(), "Accept-Encoding"))
         fields_ = curl_slist_append(fields_, "Accept-Encoding: gzip, deflate");
     curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, fields_);

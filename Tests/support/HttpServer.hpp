@@ -64,7 +64,7 @@ struct HttpReply {
 }
 
 /// After so many bytes a generated body begins anew.
-inline constexpr std::uint64_t patternPeriod = 251 * 256;
+inline constexpr std::uint64_t patternPeriod = 251UL * 256;
 
 /// A small web server on a loopback port of its own, whose faults are made at the socket. One thread a connection.
 /// Replies may be added while it runs; everything stops with the object.
