@@ -61,6 +61,7 @@ TEST_F(UrlDownloadCost, ThreeHundredDownloadsLeaveNoDescriptorBehind) {
 }
 
 TEST_F(UrlDownloadCost, DescriptorsAreClosedInChildProcesses) {
+    runFor(0.01); // the run loop has descriptors of its own
     const auto before = descriptors();
     server.serve("/a", HttpReply{.body = pattern(1000), .fault = Fault::stall, .faultAfter = 500});
     start(server.url("/a"));
