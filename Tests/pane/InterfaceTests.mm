@@ -88,6 +88,27 @@ TEST_F(Interface, OpensOnTheFirstOfTwoPages) {
     EXPECT_TRUE(shows(control<NSButton>("nextButton"), @"Next_Normal.png"));
 }
 
+static NSSize pixels(NSString *path) {
+    NSImageRep *picture = [NSImageRep imageRepWithContentsOfFile:path];
+    return NSMakeSize(static_cast<CGFloat>([picture pixelsWide]), static_cast<CGFloat>([picture pixelsHigh]));
+}
+
+TEST_F(Interface, EveryImageIsThereAtSingleAndDoubleSize) {
+    NSBundle *bundle = [NSBundle bundleForClass:paneClass()];
+    for (NSString *name in @[
+             @"Toner.jpg", @"Mobile.jpg", @"Next_Normal.png", @"Next_Disable.png", @"Back_Normal.png",
+             @"Back_Disable.png", @"indicator_selected.png", @"Indicator_normal.png"
+         ]) {
+        NSString *path = [bundle pathForResource:name ofType:nil];
+        ASSERT_NE(path, nil) << text(name);
+        NSString *twice =
+            [NSString stringWithFormat:@"%@@2x.%@", [path stringByDeletingPathExtension], [path pathExtension]];
+        const NSSize size = pixels(path);
+        ASSERT_GT(size.width, 0) << text(name);
+        EXPECT_TRUE(NSEqualSizes(pixels(twice), NSMakeSize(2 * size.width, 2 * size.height))) << text(name);
+    }
+}
+
 TEST_F(Interface, TextsCannotBeEdited) {
     for (const char *name : {"mProgressInfoTF", "productTitle", "productDesc"})
         EXPECT_FALSE([control<NSTextField>(name) isEditable] || [control<NSTextField>(name) isSelectable]) << name;

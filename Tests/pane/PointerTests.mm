@@ -26,7 +26,21 @@ protected:
         startTimer();
         [back() setEnabled:NO];
         movePointer(NSMakePoint(5, 5));
-        ASSERT_TRUE(handlesEventsUntil([this] { return [window isKeyWindow] != NO; }));
+    }
+
+    /// Waits until the window has kept the keys for a while: the window manager hands them about as windows appear, and
+    /// what is pressed meanwhile is lost.
+    bool keepsKeys() {
+        int steady = 0;
+        return handlesEventsUntil([&] {
+            if ([window isKeyWindow]) {
+                ++steady;
+            } else {
+                steady = 0;
+                [window makeKeyAndOrderFront:nil];
+            }
+            return steady > 12;
+        });
     }
 
     static bool isThere(NSString *path) { return [[NSFileManager defaultManager] isExecutableFileAtPath:path]; }
@@ -39,9 +53,9 @@ protected:
                                                                            repeats:YES] retain];
     }
 
-    /// Hands events out as an application does, until the condition holds; false when it did not within 10 s.
-    static bool handlesEventsUntil(const std::function<bool()> &condition) {
-        NSDate *end = [NSDate dateWithTimeIntervalSinceNow:10];
+    /// Hands events out as an application does, until the condition holds; false when it did not in time.
+    static bool handlesEventsUntil(const std::function<bool()> &condition, double seconds = 10) {
+        NSDate *end = [NSDate dateWithTimeIntervalSinceNow:seconds];
         while (!condition()) {
             if ([end timeIntervalSinceNow] < 0)
                 return false;
@@ -72,6 +86,7 @@ protected:
     }
 
     void movePointer(NSPoint point) {
+        ASSERT_TRUE(keepsKeys());
         NSTask *task = xdotool(moveTo(point));
         ASSERT_TRUE(handlesEventsUntil([task] { return ![task isRunning]; }));
     }
@@ -82,9 +97,20 @@ protected:
     }
 
     void click(NSPoint point) {
+        ASSERT_TRUE(keepsKeys());
         NSTask *task = xdotool(
             [moveTo(point) arrayByAddingObjectsFromArray:@[ @"mousedown", @"1", @"sleep", @"0.1", @"mouseup", @"1" ]]);
         ASSERT_TRUE(handlesEventsUntil([task] { return ![task isRunning]; }));
+    }
+
+    /// Does it again when nothing came of it: the window manager keeps a press that lands while it moves the focus.
+    static bool leadsTo(const std::function<bool()> &condition, const std::function<void()> &act) {
+        for (int attempt = 0; attempt < 5; ++attempt) {
+            act();
+            if (handlesEventsUntil(condition, 2))
+                return true;
+        }
+        return false;
     }
 
     NSInteger page() { return field<NSInteger>(pane, "prevSelection"); }
@@ -129,50 +155,46 @@ protected:
 
 TEST_F(Pointer, NextShowsTheSecondPageAndBackTheFirst) {
     EXPECT_FALSE(isStopped());
-    click(middleOf(next()));
-    ASSERT_TRUE(handlesEventsUntil([this] { return page() == 1; }));
+    ASSERT_TRUE(leadsTo([this] { return page() == 1; }, [&] { click(middleOf(next())); }));
     EXPECT_TRUE(isStopped());
     EXPECT_FALSE([next() isEnabled]);
-    click(middleOf(back()));
-    ASSERT_TRUE(handlesEventsUntil([this] { return page() == 0; }));
+    ASSERT_TRUE(leadsTo([this] { return page() == 0; }, [&] { click(middleOf(back())); }));
     EXPECT_FALSE([back() isEnabled]);
     EXPECT_EQ([dots() selectedColumn], 0);
 }
 
 TEST_F(Pointer, TheIndicatorPicksAPage) {
-    click(dot(1));
-    ASSERT_TRUE(handlesEventsUntil([this] { return page() == 1; }));
+    ASSERT_TRUE(leadsTo([this] { return page() == 1; }, [&] { click(dot(1)); }));
     EXPECT_EQ([dots() selectedColumn], 1);
     EXPECT_TRUE(isStopped());
-    click(dot(0));
-    ASSERT_TRUE(handlesEventsUntil([this] { return page() == 0; }));
+    ASSERT_TRUE(leadsTo([this] { return page() == 0; }, [&] { click(dot(0)); }));
     EXPECT_EQ([dots() selectedColumn], 0);
 }
 
 TEST_F(Pointer, TheIndicatorOfThePageShownStopsTheTimerOnly) {
-    click(dot(0));
-    ASSERT_TRUE(handlesEventsUntil([this] { return isStopped(); }));
+    ASSERT_TRUE(leadsTo([this] { return isStopped(); }, [&] { click(dot(0)); }));
     EXPECT_EQ(page(), 0);
     EXPECT_EQ([dots() selectedColumn], 0);
 }
 
 TEST_F(Pointer, BackIsDeadOnTheFirstPage) {
     click(middleOf(back()));
-    click(middleOf(next()));
-    ASSERT_TRUE(handlesEventsUntil([this] { return page() == 1; }));
+    ASSERT_TRUE(leadsTo([this] { return page() == 1; }, [&] { click(middleOf(next())); }));
 }
 
 TEST_F(Pointer, KeysReachTheSlideControls) {
     [window makeFirstResponder:next()];
-    xdotool(@[ @"key", @"space" ]);
-    ASSERT_TRUE(handlesEventsUntil([this] { return page() == 1; }));
+    ASSERT_TRUE(leadsTo([this] { return page() == 1; }, [] { xdotool(@[ @"key", @"space" ]); }));
     EXPECT_TRUE(isStopped());
 }
 
 TEST_F(Pointer, TheLinkIsRedUnderThePointerAndBlueElsewhere) {
     ASSERT_TRUE(linkIs([NSColor blueColor]));
-    movePointer(middleOf(link()));
-    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor redColor]); }));
+    EXPECT_TRUE(leadsTo([this] { return linkIs([NSColor redColor]); },
+                        [&] {
+                            movePointer(NSMakePoint(5, 5));
+                            movePointer(middleOf(link()));
+                        }));
     EXPECT_EQ([NSCursor currentCursor], [NSCursor pointingHandCursor]);
     movePointer(NSMakePoint(5, 5));
     EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor blueColor]); }));
@@ -182,16 +204,20 @@ TEST_F(Pointer, APressTurnsTheLinkBlueAndSendsItsActionOnce) {
     PressCounter *counter = [[PressCounter alloc] init];
     [link() setTarget:counter];
     [link() setAction:@selector(pressed:)];
-    movePointer(middleOf(link()));
-    ASSERT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor redColor]); }));
-    click(middleOf(link()));
-    ASSERT_TRUE(handlesEventsUntil([counter] { return counter->presses > 0; }));
+    ASSERT_TRUE(leadsTo([this] { return linkIs([NSColor redColor]); },
+                        [&] {
+                            movePointer(NSMakePoint(5, 5));
+                            movePointer(middleOf(link()));
+                        }));
+    ASSERT_TRUE(leadsTo([counter] { return counter->presses > 0; }, [&] { click(middleOf(link())); }));
     EXPECT_EQ(counter->presses, 1);
     // Still inside, and blue all the same, until the pointer leaves and comes again.
     EXPECT_TRUE(linkIs([NSColor blueColor]));
-    movePointer(NSMakePoint(5, 5));
-    movePointer(middleOf(link()));
-    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor redColor]); }));
+    EXPECT_TRUE(leadsTo([this] { return linkIs([NSColor redColor]); },
+                        [&] {
+                            movePointer(NSMakePoint(5, 5));
+                            movePointer(middleOf(link()));
+                        }));
 }
 
 TEST_F(Pointer, TheLinkIsTrackedWhereAResizedWindowPutsIt) {
@@ -200,9 +226,11 @@ TEST_F(Pointer, TheLinkIsTrackedWhereAResizedWindowPutsIt) {
     const NSPoint after = middleOf(link());
     ASSERT_NE(before.y, after.y);
     ASSERT_TRUE(handlesEventsUntil([this] { return [window frame].size.width >= 760; }));
-    movePointer(NSMakePoint(5, 5));
-    movePointer(after);
-    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor redColor]); }));
+    EXPECT_TRUE(leadsTo([this] { return linkIs([NSColor redColor]); },
+                        [&] {
+                            movePointer(NSMakePoint(5, 5));
+                            movePointer(after);
+                        }));
     movePointer(before);
     EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor blueColor]); }));
 }
