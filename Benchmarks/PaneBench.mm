@@ -3,6 +3,7 @@
 #import "VantInstallation+MediaFlow.h"
 #import "VantInstallation.h"
 
+#include <cctype>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -10,10 +11,9 @@
 #include <fstream>
 #include <functional>
 #include <string>
-#include <string_view>
 
-// One measured process. Benchmarks/run sets its folders and calls it as PaneBench MODE [COUNT]; each mode prints one
-// line of "name value" pairs.
+// One measured process. Benchmarks/run sets its folders and, in VANT_BENCH_MODE and VANT_BENCH_OPERAND, what it
+// measures: the platform opens bare arguments as documents. Each mode prints one line of "name value" pairs.
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
@@ -50,6 +50,11 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
+std::string setting(const char *name) {
+    const char *value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
@@ -63,6 +68,8 @@ int zombies() {
     int count = 0;
     const std::string self = std::to_string(getpid());
     for (const auto &entry : fs::directory_iterator("/proc")) {
+        if (std::isdigit(static_cast<unsigned char>(entry.path().filename().string().front())) == 0)
+            continue;
         std::ifstream stat(entry.path() / "stat");
         std::string text{std::istreambuf_iterator<char>(stat), {}};
         const auto bracket = text.rfind(')');
@@ -156,22 +163,22 @@ void measureProfiles(NSString *folder) {
 
 } // namespace
 
-int main(int count, const char **arguments) {
+int main() {
     @autoreleasepool {
-        const std::string_view mode = count > 1 ? arguments[1] : "";
-        const char *operand = count > 2 ? arguments[2] : "";
+        const std::string mode = setting("VANT_BENCH_MODE");
+        const std::string operand = setting("VANT_BENCH_OPERAND");
         [NSApplication sharedApplication];
         [NSApp finishLaunching];
         if (mode == "chain")
-            measureChain(std::atoi(operand));
+            measureChain(std::atoi(operand.c_str()));
         else if (mode == "create")
             measureCreation();
         else if (mode == "open")
             measureOpening();
         else if (mode == "profiles")
-            measureProfiles([NSString stringWithUTF8String:operand]);
+            measureProfiles([NSString stringWithUTF8String:operand.c_str()]);
         else
-            return std::fprintf(stderr, "usage: PaneBench chain COUNT | create | open | profiles FOLDER\n"), 2;
+            return std::fprintf(stderr, "PaneBench: VANT_BENCH_MODE is chain, create, open or profiles\n"), 2;
     }
     return 0;
 }
