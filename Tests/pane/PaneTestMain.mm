@@ -70,7 +70,8 @@ void setEnvironment(const Jail &jail) {
     setVariable("VANT_AUTHORIZATION", "grant");
     setVariable("NSS_WRAPPER_PASSWD", jail.path("passwd").string());
     setVariable("NSS_WRAPPER_GROUP", jail.path("group").string());
-    // The sanitizer's runtime must come before anything else that is preloaded.
+    // The sanitizer's runtime must come before anything else that is preloaded, and bears no library bound on its own.
+    setVariable("NSS_WRAPPER_DISABLE_DEEPBIND", "1");
     const std::string sanitizer = VANT_SANITIZER_RUNTIME;
     setVariable("LD_PRELOAD", sanitizer.empty() ? "libnss_wrapper.so" : sanitizer + ":libnss_wrapper.so");
 }
