@@ -23,6 +23,27 @@ namespace fs = std::filesystem;
 }
 @end
 
+/// Runs a command on the thread that it is called on, within a pool, as an installer thread does.
+@interface VantCommandRunner : NSObject {
+    VantInstallation *pane;
+}
+- (id)initWithPane:(VantInstallation *)aPane;
+@end
+
+@implementation VantCommandRunner
+- (id)initWithPane:(VantInstallation *)aPane {
+    self = [super init];
+    pane = aPane;
+    return self;
+}
+
+- (void)runCommand:(NSString *)command {
+    @autoreleasepool {
+        [pane taskForShellCommand:command];
+    }
+}
+@end
+
 class ShellTasks : public PaneTest {
 protected:
     ShellTasks() {
@@ -37,6 +58,14 @@ protected:
         writeProgram(folder / "bin/ditto", "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\" >> '" +
                                                (folder / "arguments").string() + "'; done\n" + ending);
         setenv("PATH", ((folder / "bin").string() + ":" + std::getenv("PATH")).c_str(), 1);
+    }
+    /// Descriptors of this process that the null device is open on.
+    static std::size_t nullDevices() {
+        std::size_t count = 0;
+        std::error_code error;
+        for (const auto &entry : fs::directory_iterator("/proc/self/fd"))
+            count += fs::read_symlink(entry.path(), error) == "/dev/null" ? 1 : 0;
+        return count;
     }
     std::string arguments() { return contentsOf(folder / "arguments"); }
 
@@ -84,6 +113,16 @@ TEST_F(ShellTasks, ManyCommandsLeaveNoChildAndNoDescriptor) {
     EXPECT_LE(openDescriptors(), before);
     run("ps -o stat= --ppid $PPID | grep -c Z > " + out);
     EXPECT_EQ(contentsOf(out), "0\n");
+}
+
+TEST_F(ShellTasks, CommandsOnOtherThreadsKeepNoInputOpen) {
+    const std::size_t before = nullDevices();
+    for (std::size_t i = 1; i <= 20; ++i) {
+        auto *runner = [[VantCommandRunner alloc] initWithPane:pane];
+        [NSThread detachNewThreadSelector:@selector(runCommand:) toTarget:runner withObject:ns("echo >> " + out)];
+        ASSERT_TRUE(waitUntil([&] { return contentsOf(out).size() == i; }));
+    }
+    EXPECT_TRUE(waitUntil([&] { return nullDevices() == before; })) << nullDevices() << " after " << before;
 }
 
 TEST_F(ShellTasks, ZipAndOtherArchivesHaveTheirForms) {
