@@ -1,11 +1,30 @@
 #import "PaneTest.h"
 #import "VantButton.h"
+#import "VantInstallation+AdministratorRights.h"
 #import "VantInstallation+SlideRotation.h"
 
+#include <atomic>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #import <GNUstepGUI/GSDisplayServer.h>
+#include <thread>
 
 using namespace vant::test;
+
+/// Counts the presses of the left button that reach it.
+@interface ClickCountingWindow : NSWindow {
+@public
+    int presses;
+}
+@end
+
+@implementation ClickCountingWindow
+- (void)sendEvent:(NSEvent *)event {
+    presses += [event type] == NSLeftMouseDown ? 1 : 0;
+    [super sendEvent:event];
+}
+@end
 
 /// The pane in a window of its own, under a real pointer: xdotool moves and presses it on the display, and what arrives
 /// comes through the platform's event queue.
@@ -16,10 +35,10 @@ protected:
             GTEST_SKIP() << "xdotool is not installed";
         createIdlePane();
         [NSApp finishLaunching];
-        window = [[NSWindow alloc] initWithContentRect:NSMakeRect(80, 80, 620, 420)
-                                             styleMask:NSTitledWindowMask
-                                               backing:NSBackingStoreBuffered
-                                                 defer:NO];
+        window = [[ClickCountingWindow alloc] initWithContentRect:NSMakeRect(80, 80, 620, 420)
+                                                        styleMask:NSTitledWindowMask
+                                                          backing:NSBackingStoreBuffered
+                                                            defer:NO];
         [window setContentView:[pane contentView]];
         [NSApp activateIgnoringOtherApps:YES];
         [window makeKeyAndOrderFront:nil];
@@ -135,7 +154,7 @@ protected:
                                                     effectiveRange:nullptr]] != NO;
     }
 
-    NSWindow *window = nil;
+    ClickCountingWindow *window = nil;
 };
 
 /// Takes the link's action in the place of the browser.
@@ -233,4 +252,120 @@ TEST_F(Pointer, TheLinkIsTrackedWhereAResizedWindowPutsIt) {
                         }));
     movePointer(before);
     EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor blueColor]); }));
+}
+
+/// Something to do on the main thread once a panel is modal and has the keys.
+@interface ModalMoment : NSObject {
+@public
+    std::function<void()> action;
+}
+- (void)look:(NSTimer *)timer;
+@end
+
+@implementation ModalMoment
+- (void)look:(NSTimer *)timer {
+    if (![[NSApp modalWindow] isKeyWindow])
+        return;
+    [timer invalidate];
+    action();
+}
+@end
+
+/// The pane while the administrator prompt is up: a real panel, granted by the keyboard.
+class PointerAtThePrompt : public Pointer {
+protected:
+    void SetUp() override {
+        Pointer::SetUp();
+        if (IsSkipped())
+            return;
+        unsetenv("VANT_AUTHORIZATION");
+        // Beside the panel, which comes up in the middle of the screen.
+        [window setFrameTopLeftPoint:NSMakePoint(0, NSMaxY([[window screen] frame]))];
+        movePointer(NSMakePoint(5, 5));
+        clickOnNext = text([moveTo(middleOf(next())) componentsJoinedByString:@" "]) +
+                      " sleep 0.1 mousedown 1 sleep 0.1 mouseup 1 sleep 0.1 ";
+    }
+
+    /// Runs xdotool, on any thread. It says itself that it succeeded: the platform's tasks on the main thread collect
+    /// whatever child has ended, its status included.
+    static bool runXdotool(const std::string &arguments) {
+        const std::string command = "timeout 15 xdotool " + arguments + " >/dev/null 2>&1 && echo done";
+        FILE *output = popen(command.c_str(), "r"); // NOLINT(cert-env33-c)
+        const bool succeeded = output != nullptr && std::fgetc(output) == 'd';
+        if (output != nullptr)
+            pclose(output);
+        return succeeded;
+    }
+
+    /// Gives the panel the keys once it is there; the window manager refuses a window that it has not taken up yet.
+    static bool activatePanel() {
+        for (int attempt = 0; attempt < 50; ++attempt) {
+            if (runXdotool(panel + "windowactivate --sync"))
+                return true;
+            runXdotool("sleep 0.1");
+        }
+        return false;
+    }
+
+    /// Asks for the rights while somebody sits before the screen, on a thread of its own.
+    bool isGrantedBy(const std::function<void(const std::atomic<bool> &answered)> &person) {
+        std::atomic<bool> answered = false;
+        std::thread thread([&] { person(answered); });
+        const bool granted = [pane obtainAdministratorRights] != NO;
+        answered = true;
+        thread.join();
+        return granted;
+    }
+
+    /// Presses Return in the panel, again while the window manager gives the key to another window.
+    static void pressReturn(const std::atomic<bool> &answered) {
+        for (int attempt = 0; attempt < 8 && !answered; ++attempt)
+            if (activatePanel())
+                runXdotool("key Return sleep 1");
+    }
+
+    void expectThatThePaneSawNoClick() {
+        // A click takes effect in the window's own loop, so a moment without events is the end of what was sent.
+        NSDate *end = [NSDate dateWithTimeIntervalSinceNow:1];
+        (void)handlesEventsUntil([end] { return [end timeIntervalSinceNow] < 0; });
+        EXPECT_EQ(window->presses, 0);
+        EXPECT_EQ(page(), 0);
+        EXPECT_EQ([dots() selectedColumn], 0);
+        EXPECT_FALSE(isStopped());
+    }
+
+    /// The same place pressed once more, now that the prompt is gone: the clicks before did meet the button.
+    void expectThatAClickIsSeenNow() {
+        EXPECT_TRUE(leadsTo([this] { return page() == 1; }, [this] { click(middleOf(next())); }));
+        EXPECT_GT(window->presses, 0);
+    }
+
+    inline static const std::string panel = "search --sync --onlyvisible --name '^Administrator Rights$' ";
+    std::string clickOnNext;
+};
+
+TEST_F(PointerAtThePrompt, AClickWhileItIsUpDoesNotReachThePane) {
+    EXPECT_TRUE(isGrantedBy([this](const std::atomic<bool> &answered) {
+        EXPECT_TRUE(activatePanel());
+        EXPECT_TRUE(runXdotool(clickOnNext + clickOnNext + clickOnNext));
+        EXPECT_FALSE(answered) << "the prompt was gone before the clicks were made";
+        pressReturn(answered);
+    }));
+    expectThatThePaneSawNoClick();
+    expectThatAClickIsSeenNow();
+}
+
+TEST_F(PointerAtThePrompt, AClickBehindTheGrantingKeyDoesNotReachThePane) {
+    ModalMoment *moment = [[ModalMoment alloc] init];
+    // This thread is held meanwhile, so the clicks wait in the window server until the panel has taken the key.
+    moment->action = [this] { EXPECT_TRUE(runXdotool("key Return " + clickOnNext + clickOnNext)); };
+    NSTimer *timer = [NSTimer timerWithTimeInterval:0.2
+                                             target:moment
+                                           selector:@selector(look:)
+                                           userInfo:nil
+                                            repeats:YES];
+    [[NSRunLoop currentRunLoop] addTimer:timer forMode:NSModalPanelRunLoopMode];
+    EXPECT_TRUE(isGrantedBy([](const std::atomic<bool> &) { EXPECT_TRUE(activatePanel()); }));
+    expectThatThePaneSawNoClick();
+    expectThatAClickIsSeenNow();
 }
