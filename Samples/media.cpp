@@ -37,13 +37,14 @@ std::string onMedia(const char *name) {
     return std::string(packagesFolder) + "/" + name;
 }
 
-std::string settings() {
+/// The user's choices. The manuals of a web installation are read on the web, so only the media flow asks for them.
+std::string settings(const char *withoutConnection) {
     const auto second = plistDictionary({{"LOCATION", plistString(onMedia("Scan Driver 2.pkg"))}});
     return plistDocument(plistDictionary({
         {"Smart Update", plistString("0")},
         {"WebError", plistString("0")},
         {"Debug", plistString("debug_off")},
-        {"VantWithoutConnection", plistString("no")},
+        {"VantWithoutConnection", plistString(withoutConnection)},
         {"MODELS", plistArray({plistString(models[0]), plistString(models[1])})},
         {"PackagesInfo", plistDictionary({{"Scan Driver1", second}})},
     }));
@@ -91,7 +92,8 @@ void build(const fs::path &media, char *const *sources) {
     for (std::size_t i = 0; i < std::size(samples); ++i)
         writeSample(media / (i < packagesOnMedia ? packagesFolder : "Resources"), samples[i]);
     writeText(media / "SelectedInput.plist", selection());
-    writeText(media / "VantUserSettings.plist", settings());
+    writeText(media / "VantUserSettings.plist", settings("no"));
+    writeText(media / "VantUserSettings-web.plist", settings("yes"));
     writeText(media / "manifest.json", manifestOf(samples));
     writeManuals(media);
     writeSlides(media, sources[0], sources[1]);

@@ -4,6 +4,7 @@
 
 static NSString *const mediaSelectionFile = @"SelectedInput.plist";
 static NSString *const userSettingsFile = @"VantUserSettings.plist";
+static NSString *const webUserSettingsFile = @"VantUserSettings-web.plist";
 
 static NSString *absolute(NSString *location, NSString *base) {
     if (base == nil)
@@ -55,8 +56,16 @@ static void copySelection(NSString *source, NSString *base, NSString *target) {
                                                  error:NULL] writeToFile:target atomically:YES];
 }
 
+/// The media's choices for the flow: their own for the web flow when there are such, else those of the media flow.
+static NSString *choicesFile(const HostSettings &settings) {
+    NSString *ofWeb = [settings.media stringByAppendingPathComponent:webUserSettingsFile];
+    if ([settings.flow isEqualToString:@"web"] && [[NSFileManager defaultManager] fileExistsAtPath:ofWeb])
+        return ofWeb;
+    return [settings.media stringByAppendingPathComponent:userSettingsFile];
+}
+
 static void writeUserSettings(const HostSettings &settings, NSString *target) {
-    copySelection([settings.media stringByAppendingPathComponent:userSettingsFile], settings.media, target);
+    copySelection(choicesFile(settings), settings.media, target);
     NSMutableDictionary *choices = [NSMutableDictionary dictionaryWithContentsOfFile:target];
     if (choices == nil)
         choices = [NSMutableDictionary dictionary];
