@@ -39,10 +39,14 @@ class Moments:
         return self.shown_at is None and time.monotonic() - self.started_at >= 2
 
     def downloading(self, event):
-        return bar_value(event, "download") >= 15
+        return bar_value(event, "download") >= 5
 
     def installing(self, event):
         return bar_value(event, "install") >= 40
+
+    def installing_download(self, event):
+        """The web flow's bar shows a share of what remains, so it stays low until the last packages."""
+        return bar_value(event, "install") >= 12
 
     def end(self, _event):
         return self.ended
@@ -56,7 +60,8 @@ def bar_value(event, bar):
 
 
 PICTURES = {"1-start": Moments.settled, "2-working": Moments.installing, "3-end": Moments.end}
-WEB_PICTURES = {"1-start": Moments.downloading, "2-working": Moments.installing, "3-end": Moments.end}
+WEB_PICTURES = {
+    "1-downloading": Moments.downloading, "2-installing": Moments.installing_download, "3-finished": Moments.end}
 
 
 @dataclasses.dataclass
