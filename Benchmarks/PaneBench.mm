@@ -1,8 +1,10 @@
 #import "InstallNotifications.h"
 #import "VantInstallation+ICCProfiles.h"
 #import "VantInstallation+MediaFlow.h"
+#import "VantInstallation+UnpackChain.h"
 #import "VantInstallation.h"
 
+#include <atomic>
 #include <cctype>
 #include <chrono>
 #include <cstdio>
@@ -10,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <sstream>
 #include <string>
 
 // One measured process. Benchmarks/run sets its folders and, in VANT_BENCH_MODE and VANT_BENCH_OPERAND, what it
@@ -20,7 +23,8 @@ using Clock = std::chrono::steady_clock;
 
 @interface BenchObserver : NSObject {
 @public
-    BOOL finished;
+    Clock::time_point finishedAt;
+    std::atomic<bool> finished;
 }
 @end
 
@@ -44,7 +48,8 @@ using Clock = std::chrono::steady_clock;
     return key;
 }
 - (void)continueToNextPlugin {
-    finished = YES;
+    finishedAt = Clock::now();
+    finished = true;
 }
 @end
 
@@ -98,18 +103,24 @@ void runUntil(const std::function<bool()> &done) {
     }
 }
 
-void writeSelection(int count) {
-    NSMutableArray *selection = [NSMutableArray array];
-    for (int i = 0; i < count; ++i) {
-        NSString *path = [NSString stringWithFormat:@"/packages/Package %d.pkg", i];
-        [selection addObject:@{@"TYPE" : @{@"text" : @"Print Driver"}, @"LOCATION" : @{@"text" : path}}];
-    }
-    NSString *folder = [NSTemporaryDirectory() stringByAppendingPathComponent:@"Vantrel/CD"];
-    [[NSFileManager defaultManager] createDirectoryAtPath:folder
+void writePropertyList(id list, NSString *name) {
+    NSString *path = [NSTemporaryDirectory() stringByAppendingPathComponent:name];
+    [[NSFileManager defaultManager] createDirectoryAtPath:[path stringByDeletingLastPathComponent]
                               withIntermediateDirectories:YES
                                                attributes:nil
                                                     error:nullptr];
-    [selection writeToFile:[folder stringByAppendingPathComponent:@"SelectedInput.plist"] atomically:YES];
+    [list writeToFile:path atomically:YES];
+}
+
+NSDictionary *component(NSString *location) {
+    return @{@"TYPE" : @{@"text" : @"Print Driver"}, @"LOCATION" : @{@"text" : location}};
+}
+
+void writeSelection(int count) {
+    NSMutableArray *selection = [NSMutableArray array];
+    for (int i = 0; i < count; ++i)
+        [selection addObject:component([NSString stringWithFormat:@"/packages/Package %d.pkg", i])];
+    writePropertyList(selection, @"Vantrel/CD/SelectedInput.plist");
 }
 
 VantInstallation *createPane(BenchObserver *observer) {
@@ -127,7 +138,7 @@ void measureChain(int count) {
     const std::size_t before = openDescriptors();
     const auto start = Clock::now();
     [pane InstallCDComponents:nil];
-    runUntil([&] { return observer->finished; });
+    runUntil([&] { return observer->finished.load(); });
     std::printf("packages %d seconds %.4f descriptors %zd zombies %d peak_kb %ld\n", count + 1, secondsSince(start),
                 static_cast<ssize_t>(openDescriptors()) - static_cast<ssize_t>(before), zombies(), peakMemory());
 }
@@ -161,6 +172,48 @@ void measureProfiles(NSString *folder) {
     std::printf("seconds %.4f\n", secondsSince(start));
 }
 
+/// The search of one expanded folder. The packages found are told so that a search that finds nothing shows.
+void measureSearch(NSString *folder) {
+    writeSelection(0);
+    BenchObserver *observer = [[BenchObserver alloc] init];
+    VantInstallation *pane = createPane(observer);
+    [NSObject cancelPreviousPerformRequestsWithTarget:pane];
+    NSNotification *expanded = [NSNotification notificationWithName:@"unzipcompleted"
+                                                             object:nil
+                                                           userInfo:@{@"path" : folder, @"BDObject" : pane}];
+    const auto start = Clock::now();
+    @autoreleasepool {
+        [pane receiveunzipNotification:expanded];
+    }
+    std::printf("seconds %.4f packages %lu\n", secondsSince(start),
+                static_cast<unsigned long>([[pane valueForKey:@"mInstallCompArrayForSmartUpdate"] count]));
+}
+
+/// A web run of the archives at the addresses, from the pane's creation to the host being told to go on. The packages
+/// that were installed are written to a file, a line each in their order.
+void measureWeb(const std::string &addresses) {
+    NSMutableArray *selection = [NSMutableArray array];
+    std::istringstream words(addresses);
+    for (std::string address; words >> address;)
+        [selection addObject:component([NSString stringWithUTF8String:address.c_str()])];
+    writePropertyList(@[], @"Vantrel/CD/SelectedInput.plist");
+    writePropertyList(selection, @"Vantrel/SelectedInput.plist");
+    writePropertyList(@{@"Smart Update" : @"1"}, @"Vantrel/VantUserSettings.plist");
+    BenchObserver *observer = [[BenchObserver alloc] init];
+    [[NSBundle bundleWithPath:@VANT_BENCH_BUNDLE] load];
+    const auto start = Clock::now();
+    VantInstallation *pane = createPane(observer);
+    runUntil([&] { return observer->finished.load(); });
+    NSArray *paths = [[pane valueForKey:@"mInstallCompArrayForSmartUpdate"] valueForKey:@"installerpath"];
+    [[[paths componentsJoinedByString:@"\n"] stringByAppendingString:@"\n"]
+        writeToFile:[NSTemporaryDirectory() stringByAppendingPathComponent:@"installed"]
+         atomically:YES
+           encoding:NSUTF8StringEncoding
+              error:nullptr];
+    const std::chrono::duration<double> taken = observer->finishedAt - start;
+    std::printf("seconds %.4f packages %lu\n", taken.count(), static_cast<unsigned long>([paths count]));
+}
+
 } // namespace
 
 int main() {
@@ -177,8 +230,12 @@ int main() {
             measureOpening();
         else if (mode == "profiles")
             measureProfiles([NSString stringWithUTF8String:operand.c_str()]);
+        else if (mode == "search")
+            measureSearch([NSString stringWithUTF8String:operand.c_str()]);
+        else if (mode == "web")
+            measureWeb(operand);
         else
-            return std::fprintf(stderr, "PaneBench: VANT_BENCH_MODE is chain, create, open or profiles\n"), 2;
+            return std::fprintf(stderr, "PaneBench: no VANT_BENCH_MODE \"%s\"\n", mode.c_str()), 2;
     }
     return 0;
 }
