@@ -12,14 +12,13 @@ NSArray *subpaths(NSFileManager *files, SEL /*command*/, NSString *path) {
     if (![files fileExistsAtPath:path isDirectory:&folder] || !folder)
         return nil;
     NSMutableArray *items = [NSMutableArray array];
+    const NSStringEncoding encoding = [NSString defaultCStringEncoding];
     vant::walkSubpaths([path fileSystemRepresentation], [=](std::string_view item) {
-        @autoreleasepool {
-            NSString *name = [files stringWithFileSystemRepresentation:item.data() length:item.size()];
-            if (name == nil)
-                return false;
+        NSString *name = [[NSString alloc] initWithBytes:item.data() length:item.size() encoding:encoding];
+        if (name != nil)
             [items addObject:name];
-            return true;
-        }
+        [name release];
+        return name != nil;
     });
     return items;
 }

@@ -12,6 +12,8 @@
 #import "VantInstallation+WebDriver.h"
 #import "WorkingFolder.h"
 
+#include <array>
+
 static NSString *const countedMark = @"receiveunzipNoti";
 static const NSTimeInterval installationDelay = 3.0;
 static const int scanManagerCount = 4;
@@ -30,6 +32,15 @@ static void copyToDesktop(NSString *folder, NSString *target) {
     NSFileManager *files = [NSFileManager defaultManager];
     [files createDirectoryAtPath:setAsideFolder() withIntermediateDirectories:YES attributes:nil error:nullptr];
     [files copyItemAtPath:folder toPath:target error:nullptr];
+}
+
+// An archive may hold a hundred thousand items, and most of them are passed over: names of usual length are looked at
+// without an object made of them.
+static vant::ExpandedItem classified(NSString *item) {
+    std::array<char, 1024> bytes;
+    if ([item getCString:bytes.data() maxLength:bytes.size() encoding:NSUTF8StringEncoding])
+        return vant::classifyExpandedItem(bytes.data());
+    return vant::classifyExpandedItem(vant::utf8(item));
 }
 
 @implementation VantInstallation (UnpackChain)
@@ -53,16 +64,19 @@ static void copyToDesktop(NSString *folder, NSString *target) {
         return;
     // Items inside a package or an application are listed, and searched, too.
     for (NSString *item in [[NSFileManager defaultManager] subpathsAtPath:folder]) {
+        const vant::ExpandedItem found = classified(item);
+        if (found.path == vant::ExpandedPath::NotExamined)
+            continue;
         @autoreleasepool {
-            [self takeItem:item ofFolder:folder download:download];
+            [self takeItem:item foundAs:found ofFolder:folder download:download];
         }
     }
 }
 
-- (void)takeItem:(NSString *)item ofFolder:(NSString *)folder download:(id)download {
-    const vant::ExpandedItem found = vant::classifyExpandedItem(vant::utf8(item));
-    if (found.path == vant::ExpandedPath::NotExamined)
-        return;
+- (void)takeItem:(NSString *)item
+         foundAs:(const vant::ExpandedItem &)found
+        ofFolder:(NSString *)folder
+        download:(id)download {
     NSString *base = found.path == vant::ExpandedPath::TildeExpanded ? [folder stringByExpandingTildeInPath] : folder;
     vant::hold(documentsDirectoryPath, [base stringByAppendingPathComponent:item]);
     switch (found.action) {
