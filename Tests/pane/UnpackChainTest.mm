@@ -106,6 +106,19 @@ TEST_F(UnpackChain, ItemsInsidePackagesAndApplicationsAreSearchedToo) {
     EXPECT_EQ(listedNames(), (Texts{"Printer Driver.pkg", "Fax.pkg"}));
 }
 
+TEST_F(UnpackChain, APackageIsFoundHoweverLongItsPathIs) {
+    select(100);
+    const std::string below = "/Fax.pkg";
+    std::size_t found = 0;
+    for (std::size_t length = 1016; length < 1032; ++length) {
+        std::string item;
+        for (std::size_t left = length - below.size(); left > 0; left = length - below.size() - item.size())
+            item += left > 200 ? std::string(199, 'n') + "/" : std::string(left, 'm');
+        postExpanded(expandedFolder("of " + std::to_string(length), {item + below}));
+        EXPECT_EQ(listedPaths().size(), ++found) << length;
+    }
+}
+
 TEST_F(UnpackChain, AnExistingSetAsideIsLeftAsItIs) {
     select(9);
     for (const std::string item : {"Other.pkg", "Quorvel RXM2 Installer"}) {
