@@ -1,3 +1,4 @@
+#import "BenchHost.h"
 #import "InstallNotifications.h"
 #import "VantInstallation+ICCProfiles.h"
 #import "VantInstallation+MediaFlow.h"
@@ -18,51 +19,11 @@
 // One measured process. Benchmarks/run sets its folders and, in VANT_BENCH_MODE and VANT_BENCH_OPERAND, what it
 // measures: the platform opens bare arguments as documents. Each mode prints one line of "name value" pairs.
 
+using namespace vant::bench;
+
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
-
-@interface BenchObserver : NSObject {
-@public
-    Clock::time_point finishedAt;
-    std::atomic<bool> finished;
-}
-@end
-
-@implementation BenchObserver
-- (void)setIsButton1Enabled:(BOOL)enabled {
-    (void)enabled;
-}
-- (void)setIsButton2Enabled:(BOOL)enabled {
-    (void)enabled;
-}
-- (void)setIsButton3Enabled:(BOOL)enabled {
-    (void)enabled;
-}
-- (void)setIsButton3Hidden:(BOOL)hidden {
-    (void)hidden;
-}
-- (id)getLangParser {
-    return self;
-}
-- (NSString *)getStringByKey:(NSString *)key {
-    return key;
-}
-- (void)continueToNextPlugin {
-    finishedAt = Clock::now();
-    finished = true;
-}
-@end
 
 namespace {
-
-std::string setting(const char *name) {
-    const char *value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
-
-double secondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 std::size_t openDescriptors() {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
@@ -92,41 +53,6 @@ long peakMemory() {
             return std::strtol(line.c_str() + 6, nullptr, 10);
     }
     return 0;
-}
-
-void runUntil(const std::function<bool()> &done) {
-    while (!done()) {
-        @autoreleasepool {
-            [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode
-                                     beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.05]];
-        }
-    }
-}
-
-void writePropertyList(id list, NSString *name) {
-    NSString *path = [NSTemporaryDirectory() stringByAppendingPathComponent:name];
-    [[NSFileManager defaultManager] createDirectoryAtPath:[path stringByDeletingLastPathComponent]
-                              withIntermediateDirectories:YES
-                                               attributes:nil
-                                                    error:nullptr];
-    [list writeToFile:path atomically:YES];
-}
-
-NSDictionary *component(NSString *location) {
-    return @{@"TYPE" : @{@"text" : @"Print Driver"}, @"LOCATION" : @{@"text" : location}};
-}
-
-void writeSelection(int count) {
-    NSMutableArray *selection = [NSMutableArray array];
-    for (int i = 0; i < count; ++i)
-        [selection addObject:component([NSString stringWithFormat:@"/packages/Package %d.pkg", i])];
-    writePropertyList(selection, @"Vantrel/CD/SelectedInput.plist");
-}
-
-VantInstallation *createPane(BenchObserver *observer) {
-    NSBundle *bundle = [NSBundle bundleWithPath:@VANT_BENCH_BUNDLE];
-    NSDictionary *record = @{@"Model Observer" : observer, @"VendorName" : @"Quorvel"};
-    return [[[bundle principalClass] alloc] initWithModel:record];
 }
 
 /// A media run of `count` packages, without the delay before the first.
