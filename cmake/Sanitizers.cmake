@@ -9,7 +9,8 @@ if(VANT_SANITIZE)
         add_link_options(-shared-libsan)
         execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-runtime-dir
             OUTPUT_VARIABLE sanitizerRuntime OUTPUT_STRIP_TRAILING_WHITESPACE)
-        set(CMAKE_BUILD_RPATH ${sanitizerRuntime})
+        # As a link option: CMake knows no run path for programs that are Objective-C++ alone.
+        add_link_options(LINKER:-rpath,${sanitizerRuntime})
         # Programs that preload something else must preload the sanitizer's runtime before it.
         string(REGEX MATCH "^(address|thread)" sanitizerName "${VANT_SANITIZE}")
         string(SUBSTRING "${sanitizerName}" 0 1 sanitizerLetter)
