@@ -2,9 +2,10 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <unistd.h>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -42,7 +43,9 @@ fs::path writeProgram(const fs::path &path, std::string_view content) {
 
 std::string contentsOf(const fs::path &path) {
     std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ostringstream content;
+    content << file.rdbuf();
+    return std::move(content).str();
 }
 
 } // namespace vant::test
