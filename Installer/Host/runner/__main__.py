@@ -9,7 +9,7 @@ import follow
 import gallery
 
 # The sample site is no faster than a good line, so that there is something to see of a download.
-SITE_RATE = "400k"
+SITE_RATE = "4m"
 LANGUAGES = ["EN", "FN", "GR", "IT", "SP", "PT", "DT", "KR", "CP", "CT"]
 
 

@@ -19,7 +19,7 @@ RUNS = [
     ({"flow": "media", "next_slide": 1.0},
      {"media 1 waiting": Moments.settled, "media 2 second page": second_slide, "media 3 installing": Moments.installing,
       "media 4 complete": Moments.end}),
-    ({"flow": "web", "rate": "600k"},
+    ({"flow": "web", "rate": "4m"},
      {"web 1 downloading": Moments.downloading, "web 2 installing": Moments.installing, "web 3 complete": Moments.end}),
     ({"flow": "media", "authorize": "ask", "press": "Escape"}, {"prompt": Moments.prompting}),
     ({"flow": "media", "authorize": "cancel"}, {"refused": Moments.end}),
