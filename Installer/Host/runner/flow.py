@@ -39,7 +39,7 @@ class Moments:
         return self.shown_at is None and time.monotonic() - self.started_at >= 2
 
     def downloading(self, event):
-        return bar_value(event, "download") >= 5
+        return bar_value(event, "download") >= 2
 
     def installing(self, event):
         return bar_value(event, "install") >= 40
