@@ -121,6 +121,10 @@ int main(int count, char **arguments) {
     // Death tests start the program anew: a process with threads and an X connection cannot simply be forked.
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     @autoreleasepool {
+        // Without the icon window that the platform gives an application elsewhere: it takes the keys from the test's
+        // own.
+        [[NSUserDefaults standardUserDefaults]
+            registerDefaults:@{@"GSSuppressAppIcon" : @"YES", @"GSAppOwnsMiniwindow" : @"NO"}];
         [NSApplication sharedApplication];
         [NSApp finishLaunching];
         return RUN_ALL_TESTS();
