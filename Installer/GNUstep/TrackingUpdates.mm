@@ -21,13 +21,20 @@ bool answersForItself(NSView *view) {
     return [view methodForSelector:name] != [NSView instanceMethodForSelector:name];
 }
 
+/// Set while this thread asks for a place. GNUstep may work it out for that, and tells so: no news to who asks, and to
+/// take it for a change would call for the next update from within each.
+thread_local bool asking = false;
+
 TrackedPlace placeOf(NSView *view) {
-    return {
+    asking = true;
+    const TrackedPlace place = {
         .window = [view window],
         .bounds = [view bounds],
         .boundsInWindow = [view convertRect:[view bounds] toView:nil],
         .visible = [view visibleRect],
     };
+    asking = false;
+    return place;
 }
 
 void updateViews(NSView *view) {
@@ -53,7 +60,7 @@ void updateChangedWindows(void * /*context*/) {
 } // namespace
 
 void placesHaveChanged(NSWindow *window) {
-    if (window == nil)
+    if (window == nil || asking)
         return;
     bool first = false;
     {

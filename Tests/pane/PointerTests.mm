@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #import <GNUstepGUI/GSDisplayServer.h>
 #include <thread>
 
@@ -251,6 +252,19 @@ TEST_F(Pointer, TheLinkIsTrackedWhereAResizedWindowPutsIt) {
                         }));
     movePointer(before);
     EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor blueColor]); }));
+}
+
+static double threadSeconds() {
+    timespec time = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+TEST_F(Pointer, AWindowAtRestLeavesTheProcessorAlone) {
+    const double before = threadSeconds();
+    NSDate *end = [NSDate dateWithTimeIntervalSinceNow:2];
+    ASSERT_TRUE(handlesEventsUntil([end] { return [end timeIntervalSinceNow] < 0; }));
+    EXPECT_LT(threadSeconds() - before, 0.5) << "seconds of work in two seconds of rest";
 }
 
 /// Something to do on the main thread once a panel is modal and has the keys.
