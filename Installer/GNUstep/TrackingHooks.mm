@@ -51,6 +51,19 @@ void didMoveToWindow(NSView *view, SEL command) {
     vant::placesHaveChanged([view window]);
 }
 
+/// Stands before one of the operations that give a view another frame or other bounds; the slot tells operations of the
+/// same kind of value apart. A view that is not drawn afterwards is never asked for its place, so this has to tell.
+template<class Value, int Slot>
+struct GeometryHook {
+    using Setter = void (*)(NSView *, SEL, Value);
+    inline static Setter original;
+
+    static void set(NSView *view, SEL command, Value value) {
+        original(view, command, value);
+        vant::placesHaveChanged([view window]);
+    }
+};
+
 void deallocate(NSView *view, SEL command) {
     vant::forgetView(view);
     originalDealloc(view, command);
@@ -62,6 +75,12 @@ Function hook(Class owner, SEL name, Function replacement) {
     if (method == nullptr)
         return nullptr;
     return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
+}
+
+template<class Value, int Slot>
+void hookSetter(SEL name) {
+    using Hook = GeometryHook<Value, Slot>;
+    Hook::original = hook([NSView class], name, &Hook::set);
 }
 
 } // namespace
@@ -78,6 +97,12 @@ Function hook(Class owner, SEL name, Function replacement) {
         originalRebuild = hook([NSView class], @selector(_rebuildCoordinates), &rebuildCoordinates);
         originalDidMove = hook([NSView class], @selector(_viewDidMoveToWindow), &didMoveToWindow);
         originalDealloc = hook([NSView class], @selector(dealloc), &deallocate);
+        hookSetter<NSRect, 0>(@selector(setFrame:));
+        hookSetter<NSRect, 1>(@selector(setBounds:));
+        hookSetter<NSPoint, 0>(@selector(setFrameOrigin:));
+        hookSetter<NSPoint, 1>(@selector(setBoundsOrigin:));
+        hookSetter<NSSize, 0>(@selector(setFrameSize:));
+        hookSetter<NSSize, 1>(@selector(setBoundsSize:));
         NSNotificationCenter *center = [NSNotificationCenter defaultCenter];
         for (NSString *name in
              [NSArray arrayWithObjects:NSWindowDidBecomeKeyNotification, NSWindowDidResignKeyNotification, nil])

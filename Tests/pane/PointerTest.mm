@@ -267,23 +267,6 @@ TEST_F(Pointer, AWindowAtRestLeavesTheProcessorAlone) {
     EXPECT_LT(threadSeconds() - before, 0.5) << "seconds of work in two seconds of rest";
 }
 
-/// Something to do on the main thread once a panel is modal and has the keys.
-@interface ModalMoment : NSObject {
-@public
-    std::function<void()> action;
-}
-- (void)look:(NSTimer *)timer;
-@end
-
-@implementation ModalMoment
-- (void)look:(NSTimer *)timer {
-    if (![[NSApp modalWindow] isKeyWindow])
-        return;
-    [timer invalidate];
-    action();
-}
-@end
-
 /// The pane while the administrator prompt is up: a real panel, granted by the keyboard.
 class PointerAtThePrompt : public Pointer {
 protected:
@@ -365,21 +348,6 @@ TEST_F(PointerAtThePrompt, AClickWhileItIsUpDoesNotReachThePane) {
         EXPECT_FALSE(answered) << "the prompt was gone before the clicks were made";
         pressReturn(answered);
     }));
-    expectThatThePaneSawNoClick();
-    expectThatAClickIsSeenNow();
-}
-
-TEST_F(PointerAtThePrompt, AClickBehindTheGrantingKeyDoesNotReachThePane) {
-    ModalMoment *moment = [[ModalMoment alloc] init];
-    // This thread is held meanwhile, so the clicks wait in the window server until the panel has taken the key.
-    moment->action = [this] { EXPECT_TRUE(runXdotool("key Return " + clickOnNext + clickOnNext)); };
-    NSTimer *timer = [NSTimer timerWithTimeInterval:0.2
-                                             target:moment
-                                           selector:@selector(look:)
-                                           userInfo:nil
-                                            repeats:YES];
-    [[NSRunLoop currentRunLoop] addTimer:timer forMode:NSModalPanelRunLoopMode];
-    EXPECT_TRUE(isGrantedBy([](const std::atomic<bool> &) { EXPECT_TRUE(activatePanel()); }));
     expectThatThePaneSawNoClick();
     expectThatAClickIsSeenNow();
 }
