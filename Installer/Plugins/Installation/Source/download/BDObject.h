@@ -47,8 +47,8 @@
 /// The row's check box cell.
 - (NSButtonCell *)checkButton;
 
-/// The spinner and the bar. Setters store without taking ownership, but the row releases both when it is destroyed: hand
-/// over a reference.
+/// The spinner and the bar. Setters store without taking ownership, but the row releases both when it is destroyed:
+/// hand over a reference.
 - (NSProgressIndicator *)continuousProgress;
 - (void)setcontinuousProgress:(NSProgressIndicator *)indicator;
 - (NSProgressIndicator *)discreteProgress;

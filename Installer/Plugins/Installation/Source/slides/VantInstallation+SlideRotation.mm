@@ -1,7 +1,7 @@
 #import "VantInstallation+SlideRotation.h"
 
-#include "SlideRotation.hpp"
 #import "Retained.h"
+#include "SlideRotation.hpp"
 #import "VantInstallation+SlideContent.h"
 
 @implementation VantInstallation (SlideRotation)
