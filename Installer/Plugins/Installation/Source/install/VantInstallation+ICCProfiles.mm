@@ -110,8 +110,8 @@ static vant::ProfileFile kindOf(NSString *name) {
         [self trace:@"ICC Alert:No files in Vantrel/Profiles"];
         return;
     }
-    // The paths are relative, so they name items of the process's current folder, not of the staging folder. Hosts are
-    // built around that; the staging folder is emptied by its own removal below.
+    // The paths are relative, so they name items of the process's current folder, not of the staging folder. That is
+    // kept as it stands; the staging folder is emptied by its own removal below.
     for (NSString *relativePath in [files enumeratorAtPath:staging]) {
         if (![relativePath isEqualToString:@"."] && ![relativePath isEqualToString:@".."])
             [files removeItemAtPath:relativePath error:nullptr];

@@ -26,7 +26,7 @@ static void removeFileIfPresent(NSString *relativePath) {
 
 - (BOOL)setUpPane {
     [self showFirstSlide];
-    // Hosts may leave the file behind twice in a row while they write it: the second removal is no slip.
+    // Twice on purpose: the second removal finds nothing, and is part of what set-up is known to do.
     removeFile(VantKeptModelInfoFile);
     removeFile(VantKeptModelInfoFile);
     [self createLists];
