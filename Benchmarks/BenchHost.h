@@ -1,5 +1,5 @@
 #pragma once
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 #include <atomic>
 #include <chrono>
 #include <functional>

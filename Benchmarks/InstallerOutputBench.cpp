@@ -1,5 +1,5 @@
-#include "InstallerOutput.hpp"
-#include "InstallerStream.hpp"
+#include "install/package/InstallerOutput.hpp"
+#include "install/package/InstallerStream.hpp"
 
 #include <benchmark/benchmark.h>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #import "BenchHost.h"
-#import "VantInstallation+MediaFlow.h"
-#import "VantInstallation+SlideRotation.h"
+#import "install/chain/VantInstallation+MediaFlow.h"
+#import "slides/VantInstallation+SlideRotation.h"
 
 #include <cstdio>
 #include <ctime>

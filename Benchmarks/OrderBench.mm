@@ -1,5 +1,5 @@
-#import "VantInstallation+InstallOrder.h"
-#import "VantInstallation.h"
+#import "selection/VantInstallation+InstallOrder.h"
+#import "shell/VantInstallation.h"
 
 #include <benchmark/benchmark.h>
 #include <chrono>

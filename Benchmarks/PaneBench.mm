@@ -1,9 +1,9 @@
 #import "BenchHost.h"
-#import "InstallNotifications.h"
-#import "VantInstallation+ICCProfiles.h"
-#import "VantInstallation+MediaFlow.h"
-#import "VantInstallation+UnpackChain.h"
-#import "VantInstallation.h"
+#import "install/chain/InstallNotifications.h"
+#import "install/chain/VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+UnpackChain.h"
+#import "install/profiles/VantInstallation+ICCProfiles.h"
+#import "shell/VantInstallation.h"
 
 #include <atomic>
 #include <cctype>

@@ -1,4 +1,4 @@
-#include "PropertyListCheck.hpp"
+#include "base/PropertyListCheck.hpp"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,7 +1,7 @@
-#import "DownloadNotifications.h"
-#import "InstallNotifications.h"
+#import "download/DownloadNotifications.h"
+#import "install/chain/InstallNotifications.h"
 #import "PaneTest.h"
-#import "RecordKeys.h"
+#import "selection/ComponentRecord.h"
 
 using namespace vant::test;
 

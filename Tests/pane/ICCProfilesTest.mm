@@ -1,4 +1,4 @@
-#import "VantInstallation+ICCProfiles.h"
+#import "install/profiles/VantInstallation+ICCProfiles.h"
 
 #import "InstallTest.h"
 #include "Jail.hpp"

@@ -1,5 +1,5 @@
-#import "VantInstallation+MediaFlow.h"
-#import "VantInstallation+PackageInstaller.h"
+#import "install/chain/VantInstallation+MediaFlow.h"
+#import "install/package/VantInstallation+PackageInstaller.h"
 
 #import "InstallTest.h"
 #include "Jail.hpp"

@@ -1,9 +1,9 @@
 #import "InstallTest.h"
 
-#import "InstallNotifications.h"
-#import "VantInstallation+AdministratorRights.h"
-#import "VantInstallation+PackageInstaller.h"
-#import "VantInstallation+WebDriver.h"
+#import "download/VantInstallation+WebDriver.h"
+#import "install/chain/InstallNotifications.h"
+#import "install/package/VantInstallation+PackageInstaller.h"
+#import "ui/VantInstallation+AdministratorRights.h"
 
 #include "Jail.hpp"
 

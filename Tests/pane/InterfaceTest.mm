@@ -1,5 +1,5 @@
 #import "PaneTest.h"
-#import "VantInstallation+SlideContent.h"
+#import "slides/VantInstallation+SlideContent.h"
 
 using namespace vant::test;
 namespace fs = std::filesystem;

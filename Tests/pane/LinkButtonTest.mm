@@ -1,5 +1,5 @@
 #import "PaneTest.h"
-#import "VantButton.h"
+#import "ui/VantButton.h"
 
 using namespace vant::test;
 

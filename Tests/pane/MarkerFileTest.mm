@@ -1,4 +1,4 @@
-#import "VantInstallation+PackageInstaller.h"
+#import "install/package/VantInstallation+PackageInstaller.h"
 
 #import "InstallTest.h"
 #include "Jail.hpp"

@@ -1,4 +1,4 @@
-#import "VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+MediaFlow.h"
 
 #import "InstallTest.h"
 #include "Jail.hpp"

@@ -1,6 +1,6 @@
 #import "PaneTest.h"
 
-#import "VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+MediaFlow.h"
 
 #include "Jail.hpp"
 #include <cstring>

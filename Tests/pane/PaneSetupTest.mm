@@ -1,6 +1,6 @@
 #import "PaneTest.h"
 
-#import "VantInstallation+PaneSetup.h"
+#import "ui/VantInstallation+PaneSetup.h"
 
 #include "Jail.hpp"
 #include <atomic>

@@ -1,6 +1,6 @@
 #pragma once
-#import "BDObject.h"
-#import "VantInstallation.h"
+#import "download/BDObject.h"
+#import "shell/VantInstallation.h"
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #import "PaneTest.h"
 
+#import "install/chain/VantInstallation+MediaFlow.h"
 #import "Jail.hpp"
-#import "VantInstallation+MediaFlow.h"
 #include <cstdlib>
 #include <dlfcn.h>
 

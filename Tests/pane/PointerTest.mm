@@ -1,7 +1,7 @@
 #import "PaneTest.h"
-#import "VantButton.h"
-#import "VantInstallation+AdministratorRights.h"
-#import "VantInstallation+SlideRotation.h"
+#import "slides/VantInstallation+SlideRotation.h"
+#import "ui/VantButton.h"
+#import "ui/VantInstallation+AdministratorRights.h"
 
 #include <atomic>
 #include <cmath>

@@ -1,6 +1,6 @@
-#import "BDContinuousProgressCell.h"
-#import "BDDiscreteProgressCell.h"
 #import "PaneTest.h"
+#import "ui/BDContinuousProgressCell.h"
+#import "ui/BDDiscreteProgressCell.h"
 
 using namespace vant::test;
 

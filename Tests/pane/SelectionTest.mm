@@ -1,7 +1,7 @@
 #import "PaneTest.h"
 
-#import "VantInstallation+InstallOrder.h"
-#import "VantInstallation+SelectedSoftware.h"
+#import "selection/VantInstallation+InstallOrder.h"
+#import "selection/VantInstallation+SelectedSoftware.h"
 
 #include <ctime>
 

@@ -1,4 +1,4 @@
-#import "VantInstallation+ShellTasks.h"
+#import "install/tasks/VantInstallation+ShellTasks.h"
 
 #include "Jail.hpp"
 #import "PaneTest.h"

@@ -1,5 +1,5 @@
 #import "PaneTest.h"
-#import "VantInstallation+SlideContent.h"
+#import "slides/VantInstallation+SlideContent.h"
 
 #include "Jail.hpp"
 

@@ -1,6 +1,6 @@
 #import "PaneTest.h"
-#import "VantInstallation+SlideContent.h"
-#import "VantInstallation+SlideRotation.h"
+#import "slides/VantInstallation+SlideContent.h"
+#import "slides/VantInstallation+SlideRotation.h"
 
 using namespace vant::test;
 

@@ -1,4 +1,4 @@
-#import "VantInstallation+StatusLine.h"
+#import "install/status/VantInstallation+StatusLine.h"
 
 #import "InstallTest.h"
 

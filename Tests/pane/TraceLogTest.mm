@@ -1,6 +1,6 @@
 #import "PaneTest.h"
 
-#import "VantInstallationLogger.h"
+#import "shell/VantInstallationLogger.h"
 
 #include "Jail.hpp"
 #include <cstdio>

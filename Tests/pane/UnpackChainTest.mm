@@ -1,6 +1,6 @@
-#import "VantInstallation+UnpackChain.h"
+#import "install/chain/VantInstallation+UnpackChain.h"
 
-#import "VantInstallation+WebDriver.h"
+#import "download/VantInstallation+WebDriver.h"
 #import "WebTest.h"
 
 #include "Jail.hpp"

@@ -1,6 +1,6 @@
 #import "PaneTest.h"
 
-#import "VantInstallation+UserSettings.h"
+#import "shell/VantInstallation+UserSettings.h"
 
 #include "Jail.hpp"
 

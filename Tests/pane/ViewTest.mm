@@ -1,7 +1,7 @@
 #import "PaneTest.h"
 
-#import "VantInstallation+AdministratorRights.h"
-#import "VantInstallation+Views.h"
+#import "ui/VantInstallation+AdministratorRights.h"
+#import "ui/VantInstallation+Views.h"
 
 #include "Jail.hpp"
 #include <cstdlib>

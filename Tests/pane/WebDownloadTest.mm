@@ -1,4 +1,4 @@
-#import "VantInstallation+WebDriver.h"
+#import "download/VantInstallation+WebDriver.h"
 
 #import "WebSite.h"
 

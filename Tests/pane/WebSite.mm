@@ -1,6 +1,6 @@
 #import "WebSite.h"
 
-#import "VantInstallation+WebDriver.h"
+#import "download/VantInstallation+WebDriver.h"
 
 #include "Jail.hpp"
 

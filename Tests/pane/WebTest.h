@@ -1,6 +1,6 @@
 #pragma once
+#import "download/VantInstallation+Downloads.h"
 #import "InstallTest.h"
-#import "VantInstallation+Downloads.h"
 
 /// A response that announces the length it was given.
 @interface VantAnnouncedResponse : NSObject {

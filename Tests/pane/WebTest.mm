@@ -1,7 +1,7 @@
 #import "WebTest.h"
 
-#import "VantInstallation+UnpackChain.h"
-#import "VantInstallation+WebDriver.h"
+#import "download/VantInstallation+WebDriver.h"
+#import "install/chain/VantInstallation+UnpackChain.h"
 
 #include "Jail.hpp"
 

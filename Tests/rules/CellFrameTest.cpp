@@ -1,4 +1,4 @@
-#include "CellFrame.hpp"
+#include "ui/CellFrame.hpp"
 #include <gtest/gtest.h>
 
 using vant::barFrame;

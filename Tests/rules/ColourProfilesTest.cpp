@@ -1,4 +1,4 @@
-#include "ColourProfiles.hpp"
+#include "install/profiles/ColourProfiles.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ComponentName.hpp"
+#include "install/status/ComponentName.hpp"
 
 #include <gtest/gtest.h>
 

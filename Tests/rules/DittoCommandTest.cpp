@@ -1,4 +1,4 @@
-#include "DittoCommand.hpp"
+#include "install/tasks/DittoCommand.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "DownloadFailure.hpp"
+#include "download/DownloadFailure.hpp"
 
 #include <gtest/gtest.h>
 #include <set>

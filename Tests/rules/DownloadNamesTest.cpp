@@ -1,4 +1,4 @@
-#include "DownloadNames.hpp"
+#include "download/DownloadNames.hpp"
 
 #include <gtest/gtest.h>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "DownloadProgress.hpp"
+#include "download/DownloadProgress.hpp"
 
 #include <bit>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "ExpandedItem.hpp"
+#include "install/chain/ExpandedItem.hpp"
 
 #include <gtest/gtest.h>
 #include <ostream>

@@ -1,4 +1,4 @@
-#include "FlowChoice.hpp"
+#include "selection/FlowChoice.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "InstallOrder.hpp"
+#include "selection/InstallOrder.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "InstallProgress.hpp"
+#include "install/package/InstallProgress.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "InstallerCommand.hpp"
+#include "install/package/InstallerCommand.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "InstallerOutput.hpp"
+#include "install/package/InstallerOutput.hpp"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "InstallerStream.hpp"
+#include "install/package/InstallerStream.hpp"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

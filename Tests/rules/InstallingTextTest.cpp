@@ -1,4 +1,4 @@
-#include "InstallingText.hpp"
+#include "install/status/InstallingText.hpp"
 
 #include <gtest/gtest.h>
 

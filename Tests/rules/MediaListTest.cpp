@@ -1,4 +1,4 @@
-#include "MediaList.hpp"
+#include "selection/MediaList.hpp"
 
 #include <gtest/gtest.h>
 

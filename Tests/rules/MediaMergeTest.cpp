@@ -1,4 +1,4 @@
-#include "MediaMerge.hpp"
+#include "download/MediaMerge.hpp"
 
 #include <gtest/gtest.h>
 

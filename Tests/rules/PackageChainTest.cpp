@@ -1,4 +1,4 @@
-#include "PackageChain.hpp"
+#include "install/chain/PackageChain.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Paths.hpp"
+#include "base/Paths.hpp"
 
 #include <gtest/gtest.h>
 #include <string>

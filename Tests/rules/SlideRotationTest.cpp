@@ -1,4 +1,4 @@
-#include "SlideRotation.hpp"
+#include "slides/SlideRotation.hpp"
 #include <gtest/gtest.h>
 #include <optional>
 #include <ostream>

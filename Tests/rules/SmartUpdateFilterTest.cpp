@@ -1,4 +1,4 @@
-#include "SmartUpdateFilter.hpp"
+#include "selection/SmartUpdateFilter.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>

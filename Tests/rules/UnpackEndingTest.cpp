@@ -1,4 +1,4 @@
-#include "UnpackEnding.hpp"
+#include "install/chain/UnpackEnding.hpp"
 
 #include <gtest/gtest.h>
 

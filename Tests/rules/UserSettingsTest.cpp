@@ -1,4 +1,4 @@
-#include "UserSettings.hpp"
+#include "shell/UserSettings.hpp"
 
 #include <gtest/gtest.h>
 

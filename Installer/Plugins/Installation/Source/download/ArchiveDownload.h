@@ -1,7 +1,7 @@
 #pragma once
 #import <Cocoa/Cocoa.h>
 
-#include "DownloadFailure.hpp"
+#include "download/DownloadFailure.hpp"
 
 namespace vant {
 

@@ -1,11 +1,11 @@
-#import "ArchiveDownload.h"
+#import "download/ArchiveDownload.h"
 
-#import "Bridge.h"
-#include "DownloadNames.hpp"
-#import "DownloadNotifications.h"
-#include "DownloadProgress.hpp"
-#import "Retained.h"
-#import "WorkingFolder.h"
+#import "base/Bridge.h"
+#import "base/Locations.h"
+#import "base/Retained.h"
+#include "download/DownloadNames.hpp"
+#import "download/DownloadNotifications.h"
+#include "download/DownloadProgress.hpp"
 #include <CoreFoundation/CoreFoundation.h>
 
 namespace vant {

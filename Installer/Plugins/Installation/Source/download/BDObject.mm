@@ -1,6 +1,6 @@
-#import "BDObject.h"
+#import "download/BDObject.h"
 
-#import "ArchiveDownload.h"
+#import "download/ArchiveDownload.h"
 
 @implementation BDObject
 

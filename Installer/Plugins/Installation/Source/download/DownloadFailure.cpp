@@ -1,4 +1,4 @@
-#include "DownloadFailure.hpp"
+#include "download/DownloadFailure.hpp"
 
 namespace vant {
 namespace {

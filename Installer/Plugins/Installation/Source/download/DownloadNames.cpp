@@ -1,6 +1,6 @@
-#include "DownloadNames.hpp"
+#include "download/DownloadNames.hpp"
 
-#include "Paths.hpp"
+#include "base/Paths.hpp"
 
 namespace vant {
 

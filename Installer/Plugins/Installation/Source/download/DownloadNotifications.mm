@@ -1,4 +1,4 @@
-#import "DownloadNotifications.h"
+#import "download/DownloadNotifications.h"
 
 NSString *const VantWebDownloadStartNotification = @"webDownloadStartNotification";
 // The doubled last letter is part of the protocol between the pane and those that watch it.

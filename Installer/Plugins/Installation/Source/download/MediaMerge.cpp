@@ -1,6 +1,6 @@
-#include "MediaMerge.hpp"
+#include "download/MediaMerge.hpp"
 
-#include "Paths.hpp"
+#include "base/Paths.hpp"
 #include <string_view>
 #include <unordered_set>
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "MediaList.hpp"
+#include "selection/MediaList.hpp"
 #include <optional>
 #include <span>
 #include <string>

@@ -1,9 +1,9 @@
-#import "VantInstallation+Downloads.h"
+#import "download/VantInstallation+Downloads.h"
 
-#import "ArchiveDownload.h"
-#import "Bridge.h"
-#include "DownloadProgress.hpp"
-#import "VantInstallation+WebDriver.h"
+#import "base/Bridge.h"
+#import "download/ArchiveDownload.h"
+#include "download/DownloadProgress.hpp"
+#import "download/VantInstallation+WebDriver.h"
 
 static const NSTimeInterval fallBackDelay = 3.0;
 

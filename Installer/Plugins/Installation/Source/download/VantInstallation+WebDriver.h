@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 /// The web flow from download to the first package, and the endings of both flows.
 @interface VantInstallation (WebDriver)

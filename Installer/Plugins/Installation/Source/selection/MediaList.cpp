@@ -1,4 +1,4 @@
-#include "MediaList.hpp"
+#include "selection/MediaList.hpp"
 
 namespace vant {
 

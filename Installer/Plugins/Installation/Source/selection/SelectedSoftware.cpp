@@ -1,4 +1,4 @@
-#include "SelectedSoftware.hpp"
+#include "selection/SelectedSoftware.hpp"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "SmartUpdateFilter.hpp"
+#include "selection/SmartUpdateFilter.hpp"
 
-#include "Paths.hpp"
+#include "base/Paths.hpp"
 
 #include <algorithm>
 #include <string_view>

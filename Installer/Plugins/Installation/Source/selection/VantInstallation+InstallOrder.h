@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 /// The order that packages are installed in, and what the web list leaves out.
 @interface VantInstallation (InstallOrder)

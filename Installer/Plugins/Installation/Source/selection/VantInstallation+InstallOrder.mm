@@ -1,10 +1,10 @@
-#import "VantInstallation+InstallOrder.h"
+#import "selection/VantInstallation+InstallOrder.h"
 
-#import "Bridge.h"
-#import "InstallOrder.hpp"
-#import "PropertyList.h"
-#import "RecordKeys.h"
-#import "SmartUpdateFilter.hpp"
+#import "base/Bridge.h"
+#import "base/PropertyList.h"
+#import "selection/ComponentRecord.h"
+#include "selection/InstallOrder.hpp"
+#include "selection/SmartUpdateFilter.hpp"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 @interface VantInstallation (SelectedSoftware)
 /// The kinds of software that both selections name, media first, each once. The list itself, not a copy.

@@ -1,10 +1,10 @@
-#import "VantInstallation+SelectedSoftware.h"
+#import "selection/VantInstallation+SelectedSoftware.h"
 
-#import "Bridge.h"
-#import "PropertyList.h"
-#import "RecordKeys.h"
-#import "SelectedSoftware.hpp"
-#import "WorkingFolder.h"
+#import "base/Bridge.h"
+#import "base/Locations.h"
+#import "base/PropertyList.h"
+#import "selection/ComponentRecord.h"
+#include "selection/SelectedSoftware.hpp"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#import "SettingsKeys.h"
+#import "shell/SettingsKeys.h"
 
 NSString *const VantSmartUpdateKey = @"Smart Update";
 NSString *const VantWebErrorKey = @"WebError";

@@ -1,4 +1,4 @@
-#include "TraceEntry.hpp"
+#include "shell/TraceEntry.hpp"
 
 #include <array>
 #include <cstdio>

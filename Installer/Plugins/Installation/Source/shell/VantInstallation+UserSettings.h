@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 @interface VantInstallation (UserSettings)
 /// The user settings, read afresh from `mUserOptionsFilePath5` on every call; nil when the file is missing, unreadable

@@ -1,11 +1,11 @@
-#import "VantInstallation+UserSettings.h"
+#import "shell/VantInstallation+UserSettings.h"
 
-#import "Bridge.h"
-#import "PropertyList.h"
-#import "RecordKeys.h"
-#import "SettingsKeys.h"
-#import "UserSettings.hpp"
-#import "WorkingFolder.h"
+#import "base/Bridge.h"
+#import "base/Locations.h"
+#import "base/PropertyList.h"
+#import "selection/ComponentRecord.h"
+#import "shell/SettingsKeys.h"
+#include "shell/UserSettings.hpp"
 
 static std::optional<std::string> textForKey(NSDictionary *settings, NSString *key) {
     return vant::optionalUTF8(VantStringForKey(settings, key));

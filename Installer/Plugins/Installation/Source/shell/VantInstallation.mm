@@ -1,12 +1,12 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
-#import "SettingsKeys.h"
-#import "VantInstallation+MediaFlow.h"
-#import "VantInstallation+PaneSetup.h"
-#import "VantInstallation+SelectedSoftware.h"
-#import "VantInstallation+UserSettings.h"
-#import "VantInstallationLogger.h"
-#import "WorkingFolder.h"
+#import "base/Locations.h"
+#import "install/chain/VantInstallation+MediaFlow.h"
+#import "selection/VantInstallation+SelectedSoftware.h"
+#import "shell/SettingsKeys.h"
+#import "shell/VantInstallation+UserSettings.h"
+#import "shell/VantInstallationLogger.h"
+#import "ui/VantInstallation+PaneSetup.h"
 
 int cdDownloadIndex = 0;
 int cdInstallIndex = 0;

@@ -1,7 +1,7 @@
-#import "VantInstallationLogger.h"
+#import "shell/VantInstallationLogger.h"
 
-#import "Bridge.h"
-#import "TraceEntry.hpp"
+#import "base/Bridge.h"
+#include "shell/TraceEntry.hpp"
 
 #include <cstdio>
 #include <sys/sysctl.h>

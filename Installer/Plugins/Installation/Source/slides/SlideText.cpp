@@ -1,4 +1,4 @@
-#include "SlideText.hpp"
+#include "slides/SlideText.hpp"
 
 namespace vant {
 

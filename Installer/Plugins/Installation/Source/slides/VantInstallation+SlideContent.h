@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 /// The content of the two information pages. Look-ups fail soft: nil stands for "not there".
 @interface VantInstallation (SlideContent)

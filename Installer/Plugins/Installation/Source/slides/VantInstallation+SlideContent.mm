@@ -1,10 +1,10 @@
-#import "VantInstallation+SlideContent.h"
+#import "slides/VantInstallation+SlideContent.h"
 
-#import "Bridge.h"
-#import "PropertyList.h"
-#import "SettingsKeys.h"
-#include "SlideText.hpp"
-#import "WorkingFolder.h"
+#import "base/Bridge.h"
+#import "base/Locations.h"
+#import "base/PropertyList.h"
+#import "shell/SettingsKeys.h"
+#include "slides/SlideText.hpp"
 
 static NSString *const mainSet = @"Vantrel/GTA/%@/%@";
 static NSString *const fallBackSet = @"Vantrel/GTA_Default/%@/%@";

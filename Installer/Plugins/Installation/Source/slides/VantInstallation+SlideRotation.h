@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 /// Which information page is up. Main thread.
 @interface VantInstallation (SlideRotation)

@@ -1,8 +1,8 @@
-#import "VantInstallation+SlideRotation.h"
+#import "slides/VantInstallation+SlideRotation.h"
 
-#import "Retained.h"
-#include "SlideRotation.hpp"
-#import "VantInstallation+SlideContent.h"
+#import "base/Retained.h"
+#include "slides/SlideRotation.hpp"
+#import "slides/VantInstallation+SlideContent.h"
 
 @implementation VantInstallation (SlideRotation)
 

@@ -1,7 +1,7 @@
-#import "BDContinuousProgressCell.h"
+#import "ui/BDContinuousProgressCell.h"
 
-#import "CellGeometry.h"
-#import "Retained.h"
+#import "base/Retained.h"
+#import "ui/CellGeometry.h"
 
 @implementation BDContinuousProgressCell
 

@@ -1,7 +1,7 @@
-#import "BDDiscreteProgressCell.h"
+#import "ui/BDDiscreteProgressCell.h"
 
-#import "CellGeometry.h"
-#import "Retained.h"
+#import "base/Retained.h"
+#import "ui/CellGeometry.h"
 
 @implementation BDDiscreteProgressCell
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "CellFrame.hpp"
+#include "ui/CellFrame.hpp"
 #import <Foundation/Foundation.h>
 
 namespace vant {

@@ -1,4 +1,4 @@
-#import "VantButton.h"
+#import "ui/VantButton.h"
 
 static const NSTrackingAreaOptions trackingOptions =
     NSTrackingMouseEnteredAndExited | NSTrackingCursorUpdate | NSTrackingActiveInKeyWindow;

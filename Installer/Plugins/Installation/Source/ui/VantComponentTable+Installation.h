@@ -1,4 +1,4 @@
-#import "VantComponentTable.h"
+#import "ui/VantComponentTable.h"
 
 /// Shows in the rows how far the installation has got.
 @interface VantComponentTable (Installation)

@@ -1,15 +1,15 @@
-#import "VantComponentTable+Installation.h"
+#import "ui/VantComponentTable+Installation.h"
 
-#import "BDObject.h"
-#import "Bridge.h"
-#import "DownloadNames.hpp"
-#import "DownloadNotifications.h"
-#import "InstallNotifications.h"
-#import "MainQueue.h"
-#import "PropertyList.h"
-#import "RecordKeys.h"
-#import "Retained.h"
-#import "VantInstallation.h"
+#import "base/Bridge.h"
+#import "base/MainQueue.h"
+#import "base/PropertyList.h"
+#import "base/Retained.h"
+#import "download/BDObject.h"
+#include "download/DownloadNames.hpp"
+#import "download/DownloadNotifications.h"
+#import "install/chain/InstallNotifications.h"
+#import "selection/ComponentRecord.h"
+#import "shell/VantInstallation.h"
 
 @interface VantComponentTable (Rows)
 - (NSArray *)rows;

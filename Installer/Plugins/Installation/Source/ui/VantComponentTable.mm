@@ -1,14 +1,14 @@
-#import "VantComponentTable.h"
+#import "ui/VantComponentTable.h"
 
-#import "BDContinuousProgressCell.h"
-#import "BDDiscreteProgressCell.h"
-#import "BDObject.h"
-#import "MainQueue.h"
-#import "PropertyList.h"
-#import "RecordKeys.h"
-#import "Retained.h"
-#import "VantComponentTable+Installation.h"
-#import "VantInstallation.h"
+#import "base/MainQueue.h"
+#import "base/PropertyList.h"
+#import "base/Retained.h"
+#import "download/BDObject.h"
+#import "selection/ComponentRecord.h"
+#import "shell/VantInstallation.h"
+#import "ui/BDContinuousProgressCell.h"
+#import "ui/BDDiscreteProgressCell.h"
+#import "ui/VantComponentTable+Installation.h"
 
 @implementation VantComponentTable
 

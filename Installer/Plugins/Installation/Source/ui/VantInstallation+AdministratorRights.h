@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 @interface VantInstallation (AdministratorRights)
 /// Asks the user for administrator rights and answers whether they were granted. Blocks while the system's prompt is

@@ -1,6 +1,6 @@
-#import "VantInstallation+AdministratorRights.h"
+#import "ui/VantInstallation+AdministratorRights.h"
 
-#import "VantInstallation+Views.h"
+#import "ui/VantInstallation+Views.h"
 
 static const NSTimeInterval refusalDelay = 0.1;
 

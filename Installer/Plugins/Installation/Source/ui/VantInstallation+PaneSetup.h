@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 @interface VantInstallation (PaneSetup)
 /// Shows the first slide, clears leftovers of an earlier run, reads the selections and starts one view. Always YES.

@@ -1,12 +1,12 @@
-#import "VantInstallation+PaneSetup.h"
+#import "ui/VantInstallation+PaneSetup.h"
 
-#import "FlowChoice.hpp"
-#import "PropertyList.h"
-#import "Retained.h"
-#import "VantInstallation+SlideContent.h"
-#import "VantInstallation+SlideRotation.h"
-#import "VantInstallation+Views.h"
-#import "WorkingFolder.h"
+#import "base/Locations.h"
+#import "base/PropertyList.h"
+#import "base/Retained.h"
+#include "selection/FlowChoice.hpp"
+#import "slides/VantInstallation+SlideContent.h"
+#import "slides/VantInstallation+SlideRotation.h"
+#import "ui/VantInstallation+Views.h"
 
 #include <cstdio>
 

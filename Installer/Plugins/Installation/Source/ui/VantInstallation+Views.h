@@ -1,4 +1,4 @@
-#import "VantInstallation.h"
+#import "shell/VantInstallation.h"
 
 /// The two ways of working, and their rows. Main thread.
 @interface VantInstallation (Views)

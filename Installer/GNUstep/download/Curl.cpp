@@ -1,0 +1,189 @@
+#include "GNUstep/download/Curl.hpp"
+
+#include "GNUstep/download/Names.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+#include <sys/socket.h>
+
+namespace vant {
+namespace {
+
+constexpr long bufferSize = 512L * 1024;
+/// The transfer's own idle time-out ends an attempt to connect. The library's would count the time in which the thread
+/// was busy with something else, and blame the server for it.
+constexpr long connectSeconds = 24L * 60 * 60;
+
+curl_socket_t openSocket(void * /*context*/, curlsocktype /*purpose*/, curl_sockaddr *address) {
+    return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto start = text.find_first_not_of(" \t");
+    const auto end = text.find_last_not_of(" \t\r\n");
+    return start == std::string_view::npos || end < start ? std::string_view{} : text.substr(start, end - start + 1);
+}
+
+template<class Number>
+Number number(std::string_view text, Number otherwise) {
+    Number value = otherwise;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+bool isOneLine(std::string_view text) {
+    return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
+}
+
+bool hasField(const DownloadRequest &request, std::string_view name) {
+    DownloadResponse lookup;
+    lookup.fields = request.fields;
+    return !lookup.field(name).empty();
+}
+
+} // namespace
+
+CurlSource::CurlSource(CURLM *multi, Transfer &transfer, const Slice &slice)
+    : multi_(multi), easy_(curl_easy_init()), transfer_(transfer), slice_(slice) {
+    configure();
+    addFields();
+    addBody();
+    curl_multi_add_handle(multi_, easy_);
+}
+
+CurlSource::~CurlSource() {
+    curl_multi_remove_handle(multi_, easy_);
+    curl_easy_cleanup(easy_);
+    curl_slist_free_all(fields_);
+}
+
+void CurlSource::configure() {
+    const auto &address = transfer_.request().address;
+    curl_easy_setopt(easy_, CURLOPT_URL, address.c_str());
+    curl_easy_setopt(easy_, CURLOPT_PATH_AS_IS, 1L);
+    curl_easy_setopt(easy_, CURLOPT_PROTOCOLS_STR, "http,https,ftp");
+    curl_easy_setopt(easy_, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    curl_easy_setopt(easy_, CURLOPT_PRIVATE, &transfer_);
+    curl_easy_setopt(easy_, CURLOPT_HEADERFUNCTION, &CurlSource::onHeader);
+    curl_easy_setopt(easy_, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(easy_, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    curl_easy_setopt(easy_, CURLOPT_WRITEFUNCTION, &CurlSource::onBody);
+    curl_easy_setopt(easy_, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(easy_, CURLOPT_BUFFERSIZE, bufferSize);
+    curl_easy_setopt(easy_, CURLOPT_OPENSOCKETFUNCTION, &openSocket);
+    curl_easy_setopt(easy_, CURLOPT_COOKIEFILE, "");
+    curl_easy_setopt(easy_, CURLOPT_CONNECTTIMEOUT, connectSeconds);
+    curl_easy_setopt(easy_, CURLOPT_NOSIGNAL, 1L);
+    // A name still being looked up must not hold the thread when its download is given up.
+    curl_easy_setopt(easy_, CURLOPT_QUICK_EXIT, 1L);
+    if (isLoopback(hostOf(address)))
+        curl_easy_setopt(easy_, CURLOPT_PROXY, "");
+}
+
+void CurlSource::addFields() {
+    for (const auto &[name, value] : transfer_.request().fields) {
+        if (name.empty() || !isOneLine(name) || !isOneLine(value))
+            continue;
+        std::string line = name;
+        // The library sends a field without a value only when it is told so in this form.
+        line.append(value.empty() ? ";" : ": ").append(value);
+        fields_ = curl_slist_append(fields_, line.c_str());
+    }
+    if (!hasField(transfer_.request(), "Accept-Encoding"))
+        fields_ = curl_slist_append(fields_, "Accept-Encoding: gzip, deflate");
+    curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, fields_);
+}
+
+void CurlSource::addBody() {
+    const auto &[address, method, fields, body, timeOut] = transfer_.request();
+    if (!body.empty()) {
+        curl_easy_setopt(easy_, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+        curl_easy_setopt(easy_, CURLOPT_POSTFIELDS, body.data());
+    }
+    if (method == "HEAD")
+        curl_easy_setopt(easy_, CURLOPT_NOBODY, 1L);
+    else if (!method.empty() && isOneLine(method) && (method != "GET" || !body.empty()))
+        curl_easy_setopt(easy_, CURLOPT_CUSTOMREQUEST, method.c_str());
+}
+
+DownloadError CurlSource::resume() {
+    yielded_ = false;
+    const auto result = curl_easy_pause(easy_, CURLPAUSE_CONT);
+    return errorOf(easy_, result);
+}
+
+Transfer *CurlSource::transferOf(CURL *easy) noexcept {
+    char *transfer = nullptr;
+    curl_easy_getinfo(easy, CURLINFO_PRIVATE, &transfer);
+    return reinterpret_cast<Transfer *>(transfer);
+}
+
+DownloadError CurlSource::errorOf(CURL *easy, CURLcode result) noexcept {
+    long systemError = 0;
+    curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &systemError);
+    return errorForTransfer(result, systemError);
+}
+
+std::size_t CurlSource::onHeader(char *bytes, std::size_t size, std::size_t count, void *source) {
+    static_cast<CurlSource *>(source)->takeHeaderLine({bytes, size * count});
+    return size * count;
+}
+
+std::size_t CurlSource::onBody(char *bytes, std::size_t size, std::size_t count, void *source) {
+    auto &self = *static_cast<CurlSource *>(source);
+    if (!self.announced_)
+        self.announce();
+    switch (self.transfer_.receive({bytes, size * count})) {
+    case Transfer::Taken::all:
+        self.yieldWhenOver();
+        return size * count;
+    case Transfer::Taken::hold:
+        return CURL_WRITEFUNC_PAUSE;
+    case Transfer::Taken::refuse:
+        break;
+    }
+    return CURL_WRITEFUNC_ERROR;
+}
+
+void CurlSource::yieldWhenOver() {
+    // As long as the socket has more, the library goes on reading, however long that is. It looks at this between two
+    // of its buffers.
+    if (yielded_ || !slice_.over())
+        return;
+    yielded_ = true;
+    curl_easy_pause(easy_, CURLPAUSE_RECV);
+}
+
+void CurlSource::takeHeaderLine(std::string_view line) {
+    if (announced_)
+        return;
+    const auto text = trimmed(line);
+    if (text.starts_with("HTTP/")) {
+        const auto blank = std::min(text.find(' '), text.size());
+        response_ = {};
+        response_.version = text.substr(0, blank);
+        response_.status = number(trimmed(text.substr(blank)), 0);
+    } else if (response_.status != 0 && text.empty()) {
+        constexpr int firstFinalStatus = 200;
+        if (response_.status >= firstFinalStatus)
+            announce();
+    } else if (const auto colon = text.find(':'); response_.status != 0 && colon != std::string_view::npos) {
+        response_.fields.push_back({std::string(text.substr(0, colon)), std::string(trimmed(text.substr(colon + 1)))});
+    }
+}
+
+void CurlSource::announce() {
+    announced_ = true;
+    response_.address = transfer_.request().address;
+    if (response_.status == 0) {
+        curl_off_t length = -1;
+        curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
+        response_.expectedLength = length;
+    } else if (response_.field("Transfer-Encoding").empty()) {
+        response_.expectedLength = number<std::int64_t>(response_.field("Content-Length"), -1);
+    }
+    transfer_.answered(std::move(response_));
+}
+
+} // namespace vant

@@ -1,0 +1,58 @@
+#include "GNUstep/download/Local.hpp"
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace vant {
+
+LocalSource::LocalSource(std::string path, Transfer &transfer, const Slice &slice)
+    : path_(std::move(path)), transfer_(transfer), slice_(slice) {}
+
+LocalSource::~LocalSource() {
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
+}
+
+DownloadError LocalSource::open() {
+    descriptor_ = ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat file = {};
+    if (descriptor_ < 0 || ::fstat(descriptor_, &file) != 0)
+        return errorForReading(errno);
+    if (!S_ISREG(file.st_mode))
+        return S_ISDIR(file.st_mode) ? DownloadError::fileIsFolder : DownloadError::fileDoesNotExist;
+    transfer_.answered({.address = transfer_.request().address, .expectedLength = file.st_size});
+    return DownloadError::none;
+}
+
+DownloadError LocalSource::resume() {
+    held_ = false;
+    if (descriptor_ < 0)
+        if (const auto failure = open(); failure != DownloadError::none)
+            return failure;
+    std::array<char, 128UL * 1024> bytes; // NOLINT: filled below
+    do {
+        const auto count = ::pread(descriptor_, bytes.data(), bytes.size(), offset_);
+        if (count < 0)
+            return DownloadError::noPermissionToRead;
+        ended_ = count == 0;
+        if (ended_)
+            return DownloadError::none;
+        switch (transfer_.receive({bytes.data(), static_cast<std::size_t>(count)})) {
+        case Transfer::Taken::all:
+            offset_ += count;
+            break;
+        case Transfer::Taken::hold:
+            held_ = true;
+            return DownloadError::none;
+        case Transfer::Taken::refuse:
+            return DownloadError::unknown;
+        }
+    } while (!slice_.over());
+    return DownloadError::none;
+}
+
+} // namespace vant

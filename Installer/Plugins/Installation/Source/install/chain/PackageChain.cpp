@@ -1,0 +1,47 @@
+#include "install/chain/PackageChain.hpp"
+
+#include <array>
+#include <cstdio>
+
+namespace vant {
+
+namespace {
+
+constexpr const char *nextWebTrace = "Posting notification:[InstallNextSUComponent] cdInstallIndex[%d] "
+                                     "mInstalledPackageDict[%d] mInstallCompArrayForSmartUpdate[%d]";
+constexpr const char *nextMediaTrace = "Posting notification:[InstallNextCDComponent] cdInstallIndex[%d] "
+                                       "mInstalledPackageDict[%d] mInstallCompArrayForCDUpdate[%d]";
+
+std::string nextTrace(const char *format, const ChainState &state) {
+    std::array<char, 256> text{};
+    std::snprintf(text.data(), text.size(), format, state.index, static_cast<int>(state.outcomes),
+                  static_cast<int>(state.packages));
+    return text.data();
+}
+
+ChainStep nextStep(InstallFlow flow, const ChainState &state) {
+    if (flow == InstallFlow::Web)
+        return {Announcement::NextWebPackage, nextTrace(nextWebTrace, state), true};
+    return {Announcement::NextMediaPackage, nextTrace(nextMediaTrace, state), true};
+}
+
+ChainStep lastStep(InstallFlow flow, const ChainState &state) {
+    // Only the media flow tells a failed package: the web flow completes whatever the outcomes are.
+    if (flow == InstallFlow::Web)
+        return {Announcement::WebComplete, "Posting notification:[SUInstallComplete]"};
+    if (state.anyFailed)
+        return {Announcement::MediaFailed, "Posting notification FAILED:[FindInstallFile3]"};
+    return {Announcement::MediaComplete, "Posting notification:[CDInstallComplete]"};
+}
+
+} // namespace
+
+ChainStep stepAfterPackage(InstallFlow flow, const ChainState &state) {
+    if (state.outcomes < state.packages)
+        return nextStep(flow, state);
+    if (state.outcomes == state.packages)
+        return lastStep(flow, state);
+    return {};
+}
+
+} // namespace vant

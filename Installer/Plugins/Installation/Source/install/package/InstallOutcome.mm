@@ -1,0 +1,5 @@
+#import "install/package/InstallOutcome.h"
+
+NSString *const VantOutcomeCompleted = @"Completed";
+NSString *const VantOutcomePipeEnd = @"PIPE END";
+NSString *const VantOutcomeFailed = @"Failed";

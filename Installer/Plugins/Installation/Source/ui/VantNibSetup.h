@@ -1,0 +1,16 @@
+#import <Cocoa/Cocoa.h>
+
+/// An object of the interface description: gives its controls the images and texts that lie in the plug-in's own
+/// bundle, which an interface description cannot name in the same way on every platform. Main thread.
+@interface VantNibSetup : NSObject {
+    IBOutlet NSButton *backButton;
+    IBOutlet NSButton *nextButton;
+    IBOutlet NSMatrix *pageIndicator;
+    IBOutlet NSImageView *slide;
+    IBOutlet NSTextField *title;
+    IBOutlet NSTableView *table;
+    IBOutlet NSButton *link;
+}
+/// Action of the link: opens the vendor's support page in the user's browser.
+- (IBAction)openSupportPage:(id)sender;
+@end
