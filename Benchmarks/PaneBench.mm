@@ -1,8 +1,8 @@
 #import "BenchHost.h"
-#import "install/chain/InstallNotifications.h"
 #import "install/chain/VantInstallation+MediaFlow.h"
 #import "install/chain/VantInstallation+UnpackChain.h"
 #import "install/profiles/VantInstallation+ICCProfiles.h"
+#import "shell/Notifications.h"
 #import "shell/VantInstallation.h"
 
 #include <atomic>

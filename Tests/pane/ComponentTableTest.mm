@@ -1,7 +1,6 @@
-#import "download/DownloadNotifications.h"
-#import "install/chain/InstallNotifications.h"
 #import "PaneTest.h"
 #import "selection/ComponentRecord.h"
+#import "shell/Notifications.h"
 
 using namespace vant::test;
 

@@ -1,8 +1,8 @@
 #import "InstallTest.h"
 
 #import "download/VantInstallation+WebDriver.h"
-#import "install/chain/InstallNotifications.h"
 #import "install/package/VantInstallation+PackageInstaller.h"
+#import "shell/Notifications.h"
 #import "ui/VantInstallation+AdministratorRights.h"
 
 #include "Jail.hpp"

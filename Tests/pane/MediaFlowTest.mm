@@ -1,4 +1,4 @@
-#import "install/chain/VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+InstallChain.h"
 
 #import "InstallTest.h"
 #include "Jail.hpp"

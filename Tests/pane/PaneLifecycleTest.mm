@@ -1,9 +1,30 @@
 #import "PaneTest.h"
 
-#import "install/chain/VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+InstallChain.h"
+#import "shell/VantInstallation+HostLink.h"
 
 #include "Jail.hpp"
 #include <cstring>
+
+/// Knows no operation of an observer itself, but passes all but one on.
+@interface VantForwardingObserver : NSObject {
+@public
+    id receiver;
+    SEL lacking;
+}
+@end
+
+@implementation VantForwardingObserver
+
+- (NSMethodSignature *)methodSignatureForSelector:(SEL)message {
+    return lacking != nullptr && sel_isEqual(message, lacking) ? nil : [receiver methodSignatureForSelector:message];
+}
+
+- (void)forwardInvocation:(NSInvocation *)invocation {
+    [invocation invokeWithTarget:receiver];
+}
+
+@end
 
 using namespace vant::test;
 
@@ -155,14 +176,44 @@ TEST_F(PaneLifecycle, WithoutAnObserverEveryCallToItIsSkipped) {
     EXPECT_EQ([field<NSArray *>(pane, "mInstallCompArrayForCDUpdate") count], 1U) << "the view was not started";
 }
 
-TEST_F(PaneLifecycle, AnObserverOfAnotherTypeCountsAsAbsent) {
+TEST_F(PaneLifecycle, AnObserverOfAnotherTypeIsSentNothingThatItDoesNotKnow) {
     for (id wrong in @[ @"observer", @7, @[], @{}, [[[VantMuteObserver alloc] init] autorelease] ]) {
         [model setObject:wrong forKey:@"Model Observer"];
         createPane();
         EXPECT_NE(pane, nil) << text(wrong);
-        EXPECT_EQ(field<id>(pane, "mObserver"), nil) << text(wrong);
+        EXPECT_EQ(field<id>(pane, "mObserver"), wrong) << text(wrong);
         EXPECT_EQ([pane langParser], nil) << text(wrong);
+        [pane tellHostToContinue];
     }
+}
+
+TEST_F(PaneLifecycle, AnObserverThatForwardsIsToldEverything) {
+    VantForwardingObserver *forwarding = [[[VantForwardingObserver alloc] init] autorelease];
+    forwarding->receiver = observer;
+    [[observer strings] setObject:@"Toner" forKey:@"TONER.TITLE"];
+    [model setObject:forwarding forKey:@"Model Observer"];
+    createPane();
+    EXPECT_EQ([observer countOf:@"setIsButton1Enabled:NO"], 1U);
+    EXPECT_EQ([observer countOf:@"setIsButton3Hidden:YES"], 1U);
+    EXPECT_EQ(text([pane hostStringForKey:@"TONER.TITLE"]), "Toner");
+    [pane tellHostToContinue];
+    EXPECT_EQ([observer countOf:@"continueToNextPlugin"], 1U);
+}
+
+TEST_F(PaneLifecycle, AnObserverThatLacksOneOperationIsToldTheOthersAndTheTraceSaysWhich) {
+    VantForwardingObserver *partial = [[[VantForwardingObserver alloc] init] autorelease];
+    partial->receiver = observer;
+    partial->lacking = @selector(setIsButton2Enabled:);
+    [model setObject:partial forKey:@"Model Observer"];
+    writeSettings(@{@"Debug" : @"debug_on"});
+    createPane();
+    EXPECT_EQ([observer countOf:@"setIsButton2Enabled:NO"], 0U);
+    EXPECT_EQ([observer countOf:@"setIsButton1Enabled:NO"], 1U);
+    EXPECT_EQ([observer countOf:@"setIsButton3Enabled:NO"], 1U);
+    EXPECT_NE(contentsOf(traceLog()).find("***ERROR*** Model Observer lacks [setIsButton2Enabled:]"),
+              std::string::npos);
+    [pane tellHostToContinue];
+    EXPECT_EQ([observer countOf:@"continueToNextPlugin"], 1U);
 }
 
 TEST_F(PaneLifecycle, AParserThatGivesNoStringsLeavesTheTextsEmpty) {

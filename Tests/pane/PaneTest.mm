@@ -1,6 +1,6 @@
 #import "PaneTest.h"
 
-#import "install/chain/VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+InstallChain.h"
 #import "Jail.hpp"
 #include <cstdlib>
 #include <dlfcn.h>

@@ -1,4 +1,5 @@
 #import "download/VantInstallation+WebDriver.h"
+#import "install/chain/VantInstallation+InstallChain.h"
 
 #import "WebTest.h"
 

@@ -4,7 +4,7 @@
 
 using vant::DisplayName;
 using vant::displayNameOf;
-using vant::InstallFlow;
+using vant::Flow;
 using vant::isPrinterDriver;
 
 namespace {
@@ -49,16 +49,16 @@ void expectName(const DisplayName &name, const DisplayName &expected, std::strin
 
 TEST(ComponentName, EachFlowHasItsOwnDisplayNames) {
     for (const NameCase &row : nameCases) {
-        expectName(displayNameOf(InstallFlow::Web, row.name), row.web, row.name, "web");
-        expectName(displayNameOf(InstallFlow::Media, row.name), row.media, row.name, "media");
+        expectName(displayNameOf(Flow::Web, row.name), row.web, row.name, "web");
+        expectName(displayNameOf(Flow::Media, row.name), row.media, row.name, "media");
     }
 }
 
 TEST(ComponentName, OneNameAFlowIsThePrinterDriver) {
-    EXPECT_TRUE(isPrinterDriver(InstallFlow::Web, "Printer Driver.pkg"));
-    EXPECT_FALSE(isPrinterDriver(InstallFlow::Web, "Print Driver"));
-    EXPECT_TRUE(isPrinterDriver(InstallFlow::Media, "Print Driver"));
-    EXPECT_FALSE(isPrinterDriver(InstallFlow::Media, "Printer Driver.pkg"));
-    for (const InstallFlow flow : {InstallFlow::Web, InstallFlow::Media})
+    EXPECT_TRUE(isPrinterDriver(Flow::Web, "Printer Driver.pkg"));
+    EXPECT_FALSE(isPrinterDriver(Flow::Web, "Print Driver"));
+    EXPECT_TRUE(isPrinterDriver(Flow::Media, "Print Driver"));
+    EXPECT_FALSE(isPrinterDriver(Flow::Media, "Printer Driver.pkg"));
+    for (const Flow flow : {Flow::Web, Flow::Media})
         EXPECT_FALSE(isPrinterDriver(flow, "Scan Driver"));
 }

@@ -1,4 +1,4 @@
-#include "download/MediaMerge.hpp"
+#include "selection/MediaMerge.hpp"
 
 #include <gtest/gtest.h>
 

@@ -59,4 +59,26 @@ TEST(Paths, ComponentsMayHoldAnyByte) {
     EXPECT_EQ(vant::pathExtension(path), std::string_view("p\0g", 3));
 }
 
+TEST(DestinationName, IsWhatStandsBehindTheLastSlash) {
+    struct Row {
+        std::string_view address;
+        std::string_view name;
+    };
+    const Row rows[] = {
+        {"http://host/a/Printer%20Driver.zip", "Printer%20Driver.zip"},
+        {"http://host/a.zip?version=2&x=y", "a.zip?version=2&x=y"},
+        {"http://host/a.zip?path=/b/c", "c"},
+        {"http://host/folder/", ""},
+        {"http://host", "host"},
+        {"a.zip", "a.zip"},
+        {"", ""},
+        {"/", ""},
+        {"http://host/..", ".."},
+        {"http://host/Tr\xC3\xA9s.zip#part", "Tr\xC3\xA9s.zip#part"},
+        {"http://host/a.zip\\b", "a.zip\\b"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(vant::destinationName(row.address), row.name) << row.address;
+}
+
 } // namespace

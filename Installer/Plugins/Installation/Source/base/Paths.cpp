@@ -37,4 +37,8 @@ std::string_view deletingPathExtension(std::string_view path) noexcept {
     return path;
 }
 
+std::string_view destinationName(std::string_view address) noexcept {
+    return address.substr(address.rfind('/') + 1);
+}
+
 } // namespace vant

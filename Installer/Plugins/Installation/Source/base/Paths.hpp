@@ -15,4 +15,8 @@ namespace vant {
 /// the path.
 [[nodiscard]] std::string_view deletingPathExtension(std::string_view path) noexcept;
 
+/// File name that an address is downloaded to: what stands behind its last slash, query text included. Empty for an
+/// address that ends in a slash; the whole address when it has none. A view into the address.
+[[nodiscard]] std::string_view destinationName(std::string_view address) noexcept;
+
 } // namespace vant

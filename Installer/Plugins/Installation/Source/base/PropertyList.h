@@ -14,7 +14,3 @@ NSString *VantStringForKey(id container, NSString *key);
 
 /// The dictionary under the key, nil when the container is no dictionary or the value no dictionary.
 NSDictionary *VantDictionaryForKey(id container, NSString *key);
-
-/// The text of a selection entry's element: the string under "text" of the dictionary under the key ("TYPE" or
-/// "LOCATION"). Nil when any step is absent.
-NSString *VantEntryText(id entry, NSString *key);

@@ -1,7 +1,6 @@
 #import "base/PropertyList.h"
 
 #include "base/PropertyListCheck.hpp"
-#import "selection/ComponentRecord.h"
 
 /// The property list in the file, with mutable containers. Nil when there is none that can be read, and for one that
 /// the platform's reader would not survive: it recurses once a level and trusts the lengths of binary lists.
@@ -42,8 +41,4 @@ NSString *VantStringForKey(id container, NSString *key) {
 
 NSDictionary *VantDictionaryForKey(id container, NSString *key) {
     return valueOfClass(container, key, [NSDictionary class]);
-}
-
-NSString *VantEntryText(id entry, NSString *key) {
-    return VantStringForKey(VantDictionaryForKey(entry, key), VantTextKey);
 }

@@ -36,4 +36,9 @@ void hold(T *&field, std::type_identity_t<T> *value) {
     [previous release];
 }
 
+/// Gives a field that owns a list a new, empty one.
+inline void renew(NSMutableArray *&list) {
+    hold(list, [NSMutableArray array]);
+}
+
 } // namespace vant

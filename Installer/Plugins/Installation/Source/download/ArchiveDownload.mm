@@ -3,9 +3,9 @@
 #import "base/Bridge.h"
 #import "base/Locations.h"
 #import "base/Retained.h"
-#include "download/DownloadNames.hpp"
-#import "download/DownloadNotifications.h"
 #include "download/DownloadProgress.hpp"
+#include "base/Paths.hpp"
+#import "shell/Notifications.h"
 #include <CoreFoundation/CoreFoundation.h>
 
 namespace vant {

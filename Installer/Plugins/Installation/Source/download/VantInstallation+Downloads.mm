@@ -3,9 +3,8 @@
 #import "base/Bridge.h"
 #import "download/ArchiveDownload.h"
 #include "download/DownloadProgress.hpp"
-#import "download/VantInstallation+WebDriver.h"
-
-static const NSTimeInterval fallBackDelay = 3.0;
+#import "install/chain/VantInstallation+InstallChain.h"
+#import "install/status/VantInstallation+StatusLine.h"
 
 @implementation VantInstallation (Downloads)
 
@@ -18,9 +17,7 @@ static const NSTimeInterval fallBackDelay = 3.0;
     (void)download;
     if (!vant::acceptData(vant::downloadFieldsOf(self), length))
         return;
-    const double share = vant::overallShare(double_percent, [selectedarrXML count], cdDownloadIndex);
-    if (share > [mVTPackageDownloadProg doubleValue])
-        [mVTPackageDownloadProg setDoubleValue:share];
+    [self showDownloadedShare:vant::overallShare(double_percent, [selectedarrXML count], cdDownloadIndex)];
     mDownloadProgress = double_percent;
 }
 
@@ -44,12 +41,8 @@ static const NSTimeInterval fallBackDelay = 3.0;
 
 - (void)installWithoutNetwork {
     mInstallationInProgressStatus = YES;
-    [mVTPackageDownloadProg setHidden:YES];
-    [mVTPackageInstallationProgDummy setHidden:YES];
-    [mVTPackageInstallationProg setHidden:NO];
-    [self performSelector:@selector(InstallWebComponents:)
-               withObject:mInstallCompArrayForSmartUpdate
-               afterDelay:fallBackDelay];
+    [self showOfflineLook];
+    [self scheduleWebInstallation];
 }
 
 @end

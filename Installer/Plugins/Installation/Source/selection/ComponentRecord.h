@@ -3,8 +3,6 @@
 /// Keys of a selection entry and of a media record.
 extern NSString *const VantLocationKey;
 extern NSString *const VantTypeKey;
-/// Key of the string inside a selection entry's "LOCATION" and "TYPE" dictionaries.
-extern NSString *const VantTextKey;
 
 /// Keys of a web record.
 extern NSString *const VantInstallerPathKey;

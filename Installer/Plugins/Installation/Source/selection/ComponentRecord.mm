@@ -2,7 +2,6 @@
 
 NSString *const VantLocationKey = @"LOCATION";
 NSString *const VantTypeKey = @"TYPE";
-NSString *const VantTextKey = @"text";
 
 NSString *const VantInstallerPathKey = @"installerpath";
 NSString *const VantComponentNameKey = @"componentname";

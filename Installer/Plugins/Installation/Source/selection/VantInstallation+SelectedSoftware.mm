@@ -4,6 +4,7 @@
 #import "base/Locations.h"
 #import "base/PropertyList.h"
 #import "selection/ComponentRecord.h"
+#import "selection/SelectionEntry.h"
 #include "selection/SelectedSoftware.hpp"
 
 #include <vector>

@@ -8,6 +8,7 @@ extern NSString *const VantWithoutConnectionKey;
 extern NSString *const VantModelsKey;
 extern NSString *const VantPackagesInfoKey;
 extern NSString *const VantScanDriver1Key;
+extern NSString *const VantScanDriver1LocationKey;
 
 /// Keys of the model record.
 extern NSString *const VantModelObserverKey;

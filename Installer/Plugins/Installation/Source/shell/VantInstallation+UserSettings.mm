@@ -3,7 +3,6 @@
 #import "base/Bridge.h"
 #import "base/Locations.h"
 #import "base/PropertyList.h"
-#import "selection/ComponentRecord.h"
 #import "shell/SettingsKeys.h"
 #include "shell/UserSettings.hpp"
 
@@ -28,7 +27,7 @@ static std::optional<std::string> textForKey(NSDictionary *settings, NSString *k
 
 - (NSString *)secondScanDriverLocation {
     NSDictionary *packages = VantDictionaryForKey([self loadUserSettingsFile], VantPackagesInfoKey);
-    return VantStringForKey(VantDictionaryForKey(packages, VantScanDriver1Key), VantLocationKey);
+    return VantStringForKey(VantDictionaryForKey(packages, VantScanDriver1Key), VantScanDriver1LocationKey);
 }
 
 - (BOOL)isManualWanted {

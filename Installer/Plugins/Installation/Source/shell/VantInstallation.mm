@@ -1,9 +1,11 @@
 #import "shell/VantInstallation.h"
 
 #import "base/Locations.h"
-#import "install/chain/VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+InstallChain.h"
+#import "install/status/VantInstallation+StatusLine.h"
 #import "selection/VantInstallation+SelectedSoftware.h"
 #import "shell/SettingsKeys.h"
+#import "shell/VantInstallation+HostLink.h"
 #import "shell/VantInstallation+UserSettings.h"
 #import "shell/VantInstallationLogger.h"
 #import "ui/VantInstallation+PaneSetup.h"
@@ -12,23 +14,13 @@ int cdDownloadIndex = 0;
 int cdInstallIndex = 0;
 
 static NSString *const stringTable = @"Localizable-Inst";
-static const NSTimeInterval installationDelay = 3.0;
-
-/// Whether the object takes what the pane tells an observer. Anything else in its place counts as no observer at all.
-static BOOL isObserver(id object) {
-    return [object respondsToSelector:@selector(setIsButton1Enabled:)] &&
-           [object respondsToSelector:@selector(setIsButton2Enabled:)] &&
-           [object respondsToSelector:@selector(setIsButton3Enabled:)] &&
-           [object respondsToSelector:@selector(setIsButton3Hidden:)];
-}
 
 @implementation VantInstallation
 
 - (id)initWithModel:(NSDictionary *)model {
     // The observer comes before everything else, the root class's initialiser included: hosts rely on being reachable
     // from the moment the interface description loads.
-    id observer = [model objectForKey:VantModelObserverKey];
-    mObserver = isObserver(observer) ? observer : nil;
+    mObserver = [model objectForKey:VantModelObserverKey];
     if (![NSBundle loadNibNamed:@"VTInstallation" owner:self]) {
         [self release];
         return nil;
@@ -38,9 +30,10 @@ static BOOL isObserver(id object) {
         [self trace:@"***ERROR*** Plugin Error model info NIL"];
     else
         [self startWithModel:model];
+    // Without a media list, as in the web flow, the operation does nothing.
     [self performSelector:@selector(InstallCDComponents:)
                withObject:mInstallCompArrayForCDUpdate
-               afterDelay:installationDelay];
+               afterDelay:VantInstallationDelay];
     return self;
 }
 
@@ -55,23 +48,11 @@ static BOOL isObserver(id object) {
     mInstalledPackageDict = [[NSMutableDictionary alloc] init];
     mInstallCompArrayForSmartUpdate = [[NSMutableArray alloc] init];
     mInstallCompArrayForCDUpdate = [[NSMutableArray alloc] init];
-    [self prepareProgressBars];
+    [self showWaitingLook];
     [self applySwitchesOfSettings:settings];
     [self trace:@"%@", model];
     if (mView != nil && ![self setUpPane])
         [self trace:@"***ERROR*** Setup pane fail"];
-}
-
-- (void)prepareProgressBars {
-    [mVTPackageDownloadProg setStyle:NSProgressIndicatorBarStyle];
-    [mVTPackageDownloadProg setIndeterminate:NO];
-    [mVTPackageDownloadProg setControlSize:NSRegularControlSize];
-    [mVTPackageDownloadProg setMinValue:0.0];
-    [mVTPackageDownloadProg setMaxValue:100.0];
-    [mVTPackageDownloadProg startAnimation:self];
-    [mVTPackageDownloadProg setHidden:YES];
-    [mVTPackageInstallationProg setHidden:YES];
-    [mVTPackageInstallationProgDummy setHidden:NO];
 }
 
 // Nothing but the model record is given up: destruction is no way to stop a running installation, whose threads,
@@ -119,19 +100,7 @@ static BOOL isObserver(id object) {
 }
 
 - (id)langParser {
-    // By name, so that an observer of any class will do.
-    return [mObserver respondsToSelector:@selector(getLangParser)]
-               ? [mObserver performSelector:@selector(getLangParser)]
-               : nil;
-}
-
-- (NSString *)hostStringForKey:(NSString *)key {
-    // Hosts' parsers take a second, empty string, which they ignore; only the key selects the text.
-    id parser = [self langParser];
-    if (![parser respondsToSelector:@selector(getStringByKey:)])
-        return nil;
-    id text = [parser performSelector:@selector(getStringByKey:) withObject:key withObject:@""];
-    return [text isKindOfClass:[NSString class]] ? text : nil;
+    return [self hostLanguageParser];
 }
 
 - (NSString *)localizedStringForKey:(NSString *)key {

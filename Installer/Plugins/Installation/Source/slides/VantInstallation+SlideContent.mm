@@ -1,3 +1,4 @@
+#import "shell/VantInstallation+HostLink.h"
 #import "slides/VantInstallation+SlideContent.h"
 
 #import "base/Bridge.h"

@@ -1,6 +1,7 @@
 #import "slides/VantInstallation+SlideRotation.h"
 
 #import "base/Retained.h"
+#import "shell/VantInstallation+HostLink.h"
 #include "slides/SlideRotation.hpp"
 #import "slides/VantInstallation+SlideContent.h"
 

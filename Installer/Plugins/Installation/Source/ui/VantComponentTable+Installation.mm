@@ -2,13 +2,14 @@
 
 #import "base/Bridge.h"
 #import "base/MainQueue.h"
+#import "base/Paths.hpp"
 #import "base/PropertyList.h"
 #import "base/Retained.h"
 #import "download/BDObject.h"
-#include "download/DownloadNames.hpp"
-#import "download/DownloadNotifications.h"
-#import "install/chain/InstallNotifications.h"
+#include "install/tasks/Archives.hpp"
 #import "selection/ComponentRecord.h"
+#import "selection/SelectionEntry.h"
+#import "shell/Notifications.h"
 #import "shell/VantInstallation.h"
 
 @interface VantComponentTable (Rows)

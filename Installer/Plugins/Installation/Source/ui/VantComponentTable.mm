@@ -5,6 +5,7 @@
 #import "base/Retained.h"
 #import "download/BDObject.h"
 #import "selection/ComponentRecord.h"
+#import "selection/SelectionEntry.h"
 #import "shell/VantInstallation.h"
 #import "ui/BDContinuousProgressCell.h"
 #import "ui/BDDiscreteProgressCell.h"

@@ -1,5 +1,6 @@
 #import "ui/VantInstallation+AdministratorRights.h"
 
+#import "shell/VantInstallation+HostLink.h"
 #import "ui/VantInstallation+Views.h"
 
 static const NSTimeInterval refusalDelay = 0.1;
@@ -36,8 +37,7 @@ static void discardQueuedClicks() {
         AuthorizationFree(authorizationRef, kAuthorizationFlagDefaults);
         return NO;
     }
-    [mObserver setIsButton3Enabled:NO];
-    [mObserver setIsButton3Hidden:YES];
+    [self withdrawHostButton3];
     return YES;
 }
 

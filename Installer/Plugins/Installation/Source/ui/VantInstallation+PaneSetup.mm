@@ -3,7 +3,9 @@
 #import "base/Locations.h"
 #import "base/PropertyList.h"
 #import "base/Retained.h"
-#include "selection/FlowChoice.hpp"
+#import "install/status/VantInstallation+StatusLine.h"
+#include "selection/Flow.hpp"
+#import "shell/VantInstallation+HostLink.h"
 #import "slides/VantInstallation+SlideContent.h"
 #import "slides/VantInstallation+SlideRotation.h"
 #import "ui/VantInstallation+Views.h"
@@ -34,8 +36,8 @@ static void removeFileIfPresent(NSString *relativePath) {
     removeFileIfPresent(VantDownloadFolder);
     if (selectedarrXML == nil || selectedarrXML1 == nil)
         return YES;
-    [mObserver setIsButton2Enabled:NO];
-    [mObserver setIsButton1Enabled:NO];
+    [self enableHostButton2:NO];
+    [self enableHostButton1:NO];
     [self startView];
     return YES;
 }
@@ -69,7 +71,7 @@ static void removeFileIfPresent(NSString *relativePath) {
     const bool webFlowAllowed = vant::isWebFlowAllowed(mSmartUpdate == 1, mWebError == 1);
     if (webFlowAllowed)
         [self waitForWebSelection];
-    if (vant::chooseFlow(webFlowAllowed, [selectedarrXML count]) == vant::Flow::web) {
+    if (vant::chooseFlow(webFlowAllowed, [selectedarrXML count]) == vant::Flow::Web) {
         [self showNormalView];
         return;
     }
@@ -80,7 +82,7 @@ static void removeFileIfPresent(NSString *relativePath) {
 // Without a time limit, on the main thread: the host is still writing the file, and there is nothing to show without
 // it.
 - (void)waitForWebSelection {
-    [mProgressInfoTF setStringValue:[NSString stringWithFormat:@"%@...", [self localizedStringForKey:@"Connecting"]]];
+    [self showConnectingLook];
     NSString *path = VantTemporaryPath(VantWebSelectionFile);
     while (![[NSFileManager defaultManager] fileExistsAtPath:path]) {
         std::fputs("FILE NOT FOUND !!!\n", stderr);

@@ -1,133 +1,72 @@
 #import "ui/VantInstallation+Views.h"
 
-#import "base/Bridge.h"
-#import "base/PropertyList.h"
 #import "base/Retained.h"
 #import "download/BDObject.h"
-#import "download/DownloadNotifications.h"
 #import "download/VantInstallation+WebDriver.h"
-#import "install/chain/InstallNotifications.h"
+#import "install/chain/VantInstallation+InstallChain.h"
 #import "install/chain/VantInstallation+UnpackChain.h"
-#import "selection/ComponentRecord.h"
-#include "selection/MediaList.hpp"
-#import "shell/VantInstallation+UserSettings.h"
+#import "selection/VantInstallation+MediaList.h"
+#import "shell/Notifications.h"
+#import "shell/VantInstallation+HostLink.h"
 #import "ui/VantInstallation+AdministratorRights.h"
 
-static void renew(NSMutableArray *&list) {
-    vant::hold(list, [NSMutableArray array]);
-}
+#include <initializer_list>
 
-/// The selection's entry for a row, nil when the selection is shorter than the rows.
-static id entryAtIndex(NSArray *selection, NSUInteger index) {
-    return index < [selection count] ? [selection objectAtIndex:index] : nil;
-}
-
-static vant::MediaComponent componentOfEntry(id entry) {
-    return {vant::optionalUTF8(VantEntryText(entry, VantLocationKey)),
-            vant::optionalUTF8(VantEntryText(entry, VantTypeKey))};
-}
-
-static std::optional<std::string> hostPackagePath(NSString *name) {
-    return vant::optionalUTF8([[NSBundle mainBundle] pathForResource:name ofType:@"pkg"]);
-}
+/// What the pane hears, and by which operation.
+struct Handler {
+    NSString *notification;
+    SEL operation;
+};
 
 @implementation VantInstallation (Views)
 
 - (void)showNormalView {
-    [mObserver setIsButton2Enabled:NO];
+    [self enableHostButton2:NO];
     [self resetBookkeeping];
-    renew(installedcountArr);
+    vant::renew(installedcountArr);
     for (NSUInteger i = 0; i < [selectedarrXML count]; ++i)
         [self addRow:nil];
-    [self observe:VantWebDownloadStartNotification with:@selector(ReNotification:)];
+    [self hear:{{VantWebDownloadStartNotification, @selector(ReNotification:)}}];
     if (![self obtainAdministratorRights])
         return;
     [self startSelectedDownloads];
+    [self countSelectedComponents];
+    vant::renew(myMutableArray);
     // The downloads announce themselves through the run loop, so handlers registered only now miss nothing.
-    [self observe:VantFindInstallFileNotification with:@selector(receiveNotification:)];
-    [self observe:VantDownloadInfoNotification with:@selector(receivedownloadNotification:)];
-    [self observe:VantDownloadCompletedNotification with:@selector(receivedownloadNotification:)];
-    [self observe:VantUnzipCompletedNotification with:@selector(receiveunzipNotification:)];
-    [self observe:VantSUInstallCompleteNotification with:@selector(receiveNotification1:)];
-    [self observe:VantInstallNextSUComponentNotification with:@selector(receiveNotification1:)];
+    [self hear:{
+                   {VantFindInstallFileNotification, @selector(receiveNotification:)},
+                   {VantDownloadInfoNotification, @selector(receivedownloadNotification:)},
+                   {VantDownloadCompletedNotification, @selector(receivedownloadNotification:)},
+                   {VantUnzipCompletedNotification, @selector(receiveunzipNotification:)},
+                   {VantSUInstallCompleteNotification, @selector(receiveNotification1:)},
+                   {VantInstallNextSUComponentNotification, @selector(receiveNotification1:)},
+               }];
 }
 
 - (void)showNormalViewforCDInstallation {
-    [mObserver setIsButton2Enabled:NO];
+    [self enableHostButton2:NO];
     [self resetBookkeeping];
-    renew(installedcountArr1);
+    vant::renew(installedcountArr1);
     for (NSUInteger i = 0; i < [selectedarrXML1 count]; ++i)
         [self addRow1:nil];
-    [self observe:VantWebDownloadStartNotification with:@selector(ReNotification:)];
+    [self hear:{{VantWebDownloadStartNotification, @selector(ReNotification:)}}];
     if (![self obtainAdministratorRights])
         return;
-    [self takeUpMediaSelection];
-    [self addMediaComponentsBesideSelection];
+    [self listMediaSelection];
+    [self listMediaComponentsBesideSelection];
     [self countSelectedComponents];
-    [self observe:VantCDInstallCompleteNotification with:@selector(receiveNotification1:)];
-    [self observe:VantInstallNextCDComponentNotification with:@selector(receiveNotification1:)];
+    [self hear:{
+                   {VantCDInstallCompleteNotification, @selector(receiveNotification1:)},
+                   {VantInstallNextCDComponentNotification, @selector(receiveNotification1:)},
+               }];
 }
 
-- (void)resetBookkeeping {
-    renew(unzipcountArr);
-    renew(downloadcompletedcountArr);
-    renew(myDownloadinfoArray);
-    vant::hold(objIndexArray, [NSArray array]);
-    renew(scancounts);
-}
-
-- (void)observe:(NSString *)name with:(SEL)handler {
-    [[NSNotificationCenter defaultCenter] addObserver:self selector:handler name:name object:nil];
-}
-
-- (void)startSelectedDownloads {
-    renew(selectedmodellocations);
-    for (NSUInteger i = 0; i < [objects count]; ++i) {
-        if ([[objects objectAtIndex:i] getCheckBTStatus] != 1)
-            continue;
-        NSString *address = VantEntryText(entryAtIndex(selectedarrXML, i), VantLocationKey);
-        vant::hold(locationstr, [[address copy] autorelease]);
-        [self webDriverDownloading:locationstr];
-        [self countLocation];
-    }
-    [self countSelectedComponents];
-    renew(myMutableArray);
-}
-
-- (void)takeUpMediaSelection {
-    renew(selectedmodellocations);
-    for (NSUInteger i = 0; i < [objects1 count]; ++i) {
-        id entry = entryAtIndex(selectedarrXML1, i);
-        NSString *location = VantEntryText(entry, VantLocationKey);
-        vant::hold(locationstr, [[location copy] autorelease]);
-        [self countLocation];
-        [mInstallCompArrayForCDUpdate addObject:VantMediaRecord(location, VantEntryText(entry, VantTypeKey))];
-    }
-}
-
-// A component without a location is taken up like any other, but there is nothing to note for it.
-- (void)countLocation {
-    if (locationstr != nil)
-        [selectedmodellocations addObject:locationstr];
-    [mObserver setIsButton2Enabled:NO];
-}
-
-- (void)countSelectedComponents {
-    selectedcomponentCount = static_cast<int>([selectedmodellocations count]);
-    vant::hold(objIndexArray, [[myDownloadinfoArray copy] autorelease]);
-}
-
-- (void)addMediaComponentsBesideSelection {
-    vant::MediaSources sources;
-    for (id entry in selectedarrXML1)
-        sources.selection.push_back(componentOfEntry(entry));
-    sources.uninstaller = hostPackagePath(@"Uninstaller");
-    sources.secondScanDriver = vant::optionalUTF8([self secondScanDriverLocation]);
-    sources.manual = hostPackagePath(@"Manual");
-    sources.manualWanted = [self isManualWanted];
-    for (const vant::MediaComponent &component : vant::addedMediaComponents(sources))
-        [mInstallCompArrayForCDUpdate
-            addObject:VantMediaRecord(vant::nsStringOrNil(component.location), vant::nsStringOrNil(component.kind))];
+- (void)hear:(std::initializer_list<Handler>)handlers {
+    for (const Handler &handler : handlers)
+        [[NSNotificationCenter defaultCenter] addObserver:self
+                                                 selector:handler.operation
+                                                     name:handler.notification
+                                                   object:nil];
 }
 
 - (void)showBackPaneView {
@@ -137,7 +76,7 @@ static std::optional<std::string> hostPackagePath(NSString *name) {
 }
 
 - (void)showAbnormalView {
-    [mObserver setIsButton2Enabled:NO];
+    [self enableHostButton2:NO];
 }
 
 // The web rows have no table of the pane's own to refresh, and no row is ever taken away: the asymmetry with the media

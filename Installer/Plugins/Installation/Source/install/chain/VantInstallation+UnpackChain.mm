@@ -4,18 +4,19 @@
 #import "base/Locations.h"
 #import "base/PropertyList.h"
 #import "base/Retained.h"
-#import "download/DownloadNotifications.h"
-#import "download/VantInstallation+WebDriver.h"
+#include "install/chain/ChainSteps.hpp"
 #include "install/chain/ExpandedItem.hpp"
-#include "install/chain/UnpackEnding.hpp"
+#import "install/chain/VantInstallation+InstallChain.h"
 #import "install/status/VantInstallation+StatusLine.h"
 #import "selection/ComponentRecord.h"
-#import "shell/VantInstallation+UserSettings.h"
+#import "selection/VantInstallation+PackageLists.h"
+#import "selection/VantInstallation+WebList.h"
+#import "shell/Notifications.h"
+#import "shell/VantInstallation+HostLink.h"
 
 #include <array>
 
 static NSString *const countedMark = @"receiveunzipNoti";
-static const NSTimeInterval installationDelay = 3.0;
 static const int scanManagerCount = 4;
 
 static NSString *setAsideFolder() {
@@ -86,8 +87,8 @@ static vant::ExpandedItem classified(NSString *item) {
         scannerCount = scanManagerCount;
         [[fallthrough]];
     case vant::ExpandedAction::Install:
-        [mInstallCompArrayForSmartUpdate
-            addObject:VantWebRecord(documentsDirectoryPath, [item lastPathComponent], download)];
+        [self addPackage:VantWebRecord(documentsDirectoryPath, [item lastPathComponent], download)
+                  inFlow:vant::Flow::Web];
         break;
     case vant::ExpandedAction::SetAside:
     case vant::ExpandedAction::SetAsideAtOnce:
@@ -118,10 +119,8 @@ static vant::ExpandedItem classified(NSString *item) {
 }
 
 - (void)showSetAside {
-    [mObserver setIsButton2Enabled:YES];
-    [mVTPackageDownloadProg stopAnimation:self];
-    [mVTPackageDownloadProg setHidden:YES];
-    [mProgressInfoTF setStringValue:@""];
+    [self enableHostButton2:YES];
+    [self showSetAsideLook];
     mNonFlatInstaller = YES;
     [[NSWorkspace sharedWorkspace] openFile:setAsideFolder()];
     if (installflag == 1)
@@ -131,18 +130,9 @@ static vant::ExpandedItem classified(NSString *item) {
 
 - (void)startInstallation {
     [self showInstallingLook];
-    if ([mInstallCompArrayForSmartUpdate count] > 0)
+    if ([self packageCountInFlow:vant::Flow::Web] > 0)
         [self completeWebList];
-    [self performSelector:@selector(InstallWebComponents:)
-               withObject:mInstallCompArrayForSmartUpdate
-               afterDelay:installationDelay];
-}
-
-- (void)completeWebList {
-    if ([self isManualWanted])
-        [mInstallCompArrayForSmartUpdate addObject:VantHostPackageRecord(@"Manual", VantManualKind, VantManualOrigin)];
-    [mInstallCompArrayForSmartUpdate
-        addObject:VantHostPackageRecord(@"Uninstaller", VantUninstallerKind, VantUninstallerOrigin)];
+    [self scheduleWebInstallation];
 }
 
 @end

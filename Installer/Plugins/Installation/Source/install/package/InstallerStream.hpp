@@ -1,13 +1,16 @@
 #pragma once
 #include <array>
+#include <cstddef>
 #include <cstdio>
 
 namespace vant {
 
 /// Owns the communications stream of a running package installer and reads it line by line. A stream that is absent is
-/// at its end from the start.
+/// at its end from the start. Signals that interrupt a read neither end the stream nor lose a part of a line, which the
+/// C library's line reading does not promise. Installer thread.
 class InstallerStream {
 public:
+    /// Takes the stream over; nothing must have been read from it.
     explicit InstallerStream(std::FILE *stream) noexcept : stream_(stream) {}
     InstallerStream(const InstallerStream &) = delete;
     InstallerStream &operator=(const InstallerStream &) = delete;
@@ -23,8 +26,13 @@ public:
     void drain() noexcept;
 
 private:
+    bool refill() noexcept;
+
     std::FILE *stream_;
     std::array<char, 1024> line_{};
+    std::array<char, 4096> read_{};
+    std::size_t next_ = 0; ///< what has been read and not yet handed out lies between here
+    std::size_t end_ = 0;  ///< and here
 };
 
 } // namespace vant

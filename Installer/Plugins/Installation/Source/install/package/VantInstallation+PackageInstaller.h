@@ -1,10 +1,15 @@
 #import "shell/VantInstallation.h"
 
-/// Installs one package with administrator rights and starts what follows it. Each runs on a detached thread of its
-/// own.
+#include "install/package/PackageRun.hpp"
+
+/// The word that is kept of an outcome, under the package's file name.
+NSString *VantOutcomeWord(vant::InstallOutcome outcome);
+
+/// Installs one package with administrator rights. Thread: installer, one thread a package; nothing is returned, and
+/// the chain goes on by notifications.
 @interface VantInstallation (PackageInstaller)
-/// Installs the package of a web record. The misspelling is the name that the selector is registered under.
+/// Installs the package of a web record ("installerpath", "componentname"). The misspelt name is the operation's name.
 - (void)installCompoentAtPath:(NSDictionary *)webRecord;
-/// Installs the package of a media record.
+/// Installs the package of a media record ("LOCATION", "TYPE").
 - (void)installCDComponentAtPath:(NSDictionary *)mediaRecord;
 @end

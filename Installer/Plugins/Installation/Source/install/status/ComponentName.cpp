@@ -42,16 +42,16 @@ constexpr std::array rows{
 
 } // namespace
 
-DisplayName displayNameOf(InstallFlow flow, std::string_view componentName) noexcept {
+DisplayName displayNameOf(Flow flow, std::string_view componentName) noexcept {
     const auto *const row = std::find_if(rows.begin(), rows.end(),
                                          [componentName](const Row &r) { return r.componentName == componentName; });
     if (row == rows.end())
         return itself;
-    return flow == InstallFlow::Web ? row->web : row->media;
+    return flow == Flow::Web ? row->web : row->media;
 }
 
-bool isPrinterDriver(InstallFlow flow, std::string_view componentName) noexcept {
-    return componentName == (flow == InstallFlow::Web ? "Printer Driver.pkg" : "Print Driver");
+bool isPrinterDriver(Flow flow, std::string_view componentName) noexcept {
+    return componentName == (flow == Flow::Web ? "Printer Driver.pkg" : "Print Driver");
 }
 
 } // namespace vant

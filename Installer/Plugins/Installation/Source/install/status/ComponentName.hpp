@@ -1,5 +1,5 @@
 #pragma once
-#include "install/chain/InstallFlow.hpp"
+#include "selection/Flow.hpp"
 
 #include <string_view>
 
@@ -13,9 +13,9 @@ struct DisplayName {
 };
 
 /// The display name of a component, compared exactly. Names that are not in the flow's table are shown as they are.
-[[nodiscard]] DisplayName displayNameOf(InstallFlow flow, std::string_view componentName) noexcept;
+[[nodiscard]] DisplayName displayNameOf(Flow flow, std::string_view componentName) noexcept;
 
 /// Whether the component is the flow's printer driver, while whose installation the marker file exists.
-[[nodiscard]] bool isPrinterDriver(InstallFlow flow, std::string_view componentName) noexcept;
+[[nodiscard]] bool isPrinterDriver(Flow flow, std::string_view componentName) noexcept;
 
 } // namespace vant

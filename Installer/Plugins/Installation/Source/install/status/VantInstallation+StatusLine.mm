@@ -1,10 +1,55 @@
 #import "install/status/VantInstallation+StatusLine.h"
 
 #import "base/Bridge.h"
-
+#import "base/MainQueue.h"
+#import "base/Retained.h"
+#include "base/SharedValue.hpp"
+#include "install/status/ComponentName.hpp"
 #include "install/status/InstallingText.hpp"
+#import "shell/VantInstallation+HostLink.h"
+
+static const std::chrono::milliseconds longestWaitForMainThread{2000};
 
 @implementation VantInstallation (StatusLine)
+
+- (void)showWaitingLook {
+    [mVTPackageDownloadProg setStyle:NSProgressIndicatorBarStyle];
+    [mVTPackageDownloadProg setIndeterminate:NO];
+    [mVTPackageDownloadProg setControlSize:NSRegularControlSize];
+    [mVTPackageDownloadProg setMinValue:0.0];
+    [mVTPackageDownloadProg setMaxValue:100.0];
+    [mVTPackageDownloadProg startAnimation:self];
+    [mVTPackageDownloadProg setHidden:YES];
+    [mVTPackageInstallationProg setHidden:YES];
+    [mVTPackageInstallationProgDummy setHidden:NO];
+}
+
+- (void)showConnectingLook {
+    [self showWord:@"Connecting"];
+}
+
+- (void)showDownloadingLook {
+    [mVTPackageInstallationProgDummy setHidden:YES];
+    [mVTPackageDownloadProg setHidden:NO];
+    [self showWord:@"Downloading"];
+}
+
+- (void)showDownloadedShare:(double)share {
+    if (share > [mVTPackageDownloadProg doubleValue])
+        [mVTPackageDownloadProg setDoubleValue:share];
+}
+
+- (void)showOfflineLook {
+    [mVTPackageDownloadProg setHidden:YES];
+    [mVTPackageInstallationProgDummy setHidden:YES];
+    [mVTPackageInstallationProg setHidden:NO];
+}
+
+- (void)showSetAsideLook {
+    [mVTPackageDownloadProg stopAnimation:self];
+    [mVTPackageDownloadProg setHidden:YES];
+    [mProgressInfoTF setStringValue:@""];
+}
 
 - (void)showInstallingLook {
     [mVTPackageDownloadProg stopAnimation:self];
@@ -16,9 +61,30 @@
     [mVTPackageInstallationProgDummy setHidden:YES];
     [mVTPackageInstallationProg setHidden:NO];
     // A sliver shows before the first package reports.
-    [mVTPackageInstallationProg setDoubleValue:1.0];
-    NSString *text = [NSString stringWithFormat:@"%@...", [self localizedStringForKey:@"Installing"]];
-    [mProgressInfoTF setStringValue:text];
+    [self updateProgressWithDoubleValue:1.0];
+    [self showWord:@"Installing"];
+}
+
+- (void)showFinishedLook {
+    NSString *text = [self hostStringForKey:@"FINISH.TITLE"];
+    const auto bar = vant::Retained<NSProgressIndicator>::retain(mVTPackageInstallationProg);
+    const auto line = vant::Retained<NSTextField>::retain(mProgressInfoTF);
+    const auto shown = vant::Retained<NSString>::retain(text == nil ? @"" : text);
+    auto show = [bar, line, shown] {
+        [bar.get() stopAnimation:nil];
+        [line.get() setStringValue:shown.get()];
+    };
+    // From an installer thread the text has to queue up behind the progress texts that the thread sent before, or one
+    // of them would be the last to show.
+    if ([NSThread isMainThread])
+        show();
+    else
+        vant::onMainQueueAndWait(show, longestWaitForMainThread);
+}
+
+/// Shows one of the plug-in's own words, as something that goes on.
+- (void)showWord:(NSString *)key {
+    [mProgressInfoTF setStringValue:[NSString stringWithFormat:@"%@...", [self localizedStringForKey:key]]];
 }
 
 - (NSString *)displayInstallingForComponent:(NSString *)componentDisplayName {
@@ -31,8 +97,21 @@
     return vant::nsString(shown.text);
 }
 
+- (NSString *)displayNameOfComponent:(const std::string &)component inFlow:(vant::Flow)flow {
+    const vant::DisplayName name = vant::displayNameOf(flow, component);
+    if (name.source == vant::DisplayName::Source::Itself)
+        return vant::nsString(component);
+    NSString *text = vant::nsString(name.text);
+    if (name.source == vant::DisplayName::Source::Text)
+        return text;
+    NSString *localized = [self localizedStringForKey:text];
+    return localized == nil ? vant::nsString(component) : localized;
+}
+
 - (void)updateProgressWithDoubleValue:(double)value {
     [mVTPackageInstallationProg setDoubleValue:value];
+    // Installer threads compare with what the bar shows, but must not ask the bar itself.
+    vant::setSharedValue(mShownInstallationProgress, [mVTPackageInstallationProg doubleValue]);
 }
 
 - (void)updateInstallingTextField:(NSString *)text {

@@ -3,7 +3,7 @@
 #import "base/Bridge.h"
 #import "base/Retained.h"
 
-#include "install/tasks/DittoCommand.hpp"
+#include "install/tasks/Archives.hpp"
 
 #include <cerrno>
 #include <sys/wait.h>

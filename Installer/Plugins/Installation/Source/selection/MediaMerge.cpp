@@ -1,4 +1,4 @@
-#include "download/MediaMerge.hpp"
+#include "selection/MediaMerge.hpp"
 
 #include "base/Paths.hpp"
 #include <string_view>

@@ -1,32 +1,10 @@
-#include "download/DownloadNames.hpp"
+#include "install/tasks/Archives.hpp"
 
 #include <gtest/gtest.h>
 #include <string_view>
 
 namespace vant {
 namespace {
-
-TEST(DestinationName, IsWhatStandsBehindTheLastSlash) {
-    struct Row {
-        std::string_view address;
-        std::string_view name;
-    };
-    const Row rows[] = {
-        {"http://host/a/Printer%20Driver.zip", "Printer%20Driver.zip"},
-        {"http://host/a.zip?version=2&x=y", "a.zip?version=2&x=y"},
-        {"http://host/a.zip?path=/b/c", "c"},
-        {"http://host/folder/", ""},
-        {"http://host", "host"},
-        {"a.zip", "a.zip"},
-        {"", ""},
-        {"/", ""},
-        {"http://host/..", ".."},
-        {"http://host/Tr\xC3\xA9s.zip#part", "Tr\xC3\xA9s.zip#part"},
-        {"http://host/a.zip\\b", "a.zip\\b"},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(destinationName(row.address), row.name) << row.address;
-}
 
 TEST(ExtractFolderName, IsTheFileNameWithoutItsExtension) {
     struct Row {
@@ -51,6 +29,26 @@ TEST(ArchiveKind, IsZipForThatExtensionAloneAndExactly) {
     for (const std::string_view path :
          {"a.ZIP", "a.Zip", "a.zipx", "a.gz", "a.cpio", "azip", "zip", ".zip", "a.zip.gz", "a.zip?x=1", "a.zip/b", ""})
         EXPECT_EQ(archiveKind(path), ArchiveKind::Cpio) << path;
+}
+
+TEST(DittoCommand, ZipArchivesAreExpandedAsZip) {
+    EXPECT_EQ(dittoCommand(ArchiveKind::Zip, "/a.zip", "/out"), R"(ditto -xk "/a.zip" "/out")");
+}
+
+TEST(DittoCommand, OtherArchivesAreExpandedAsCpio) {
+    EXPECT_EQ(dittoCommand(ArchiveKind::Cpio, "/a.gz", "/out"), R"(ditto -x "/a.gz" "/out")");
+}
+
+TEST(DittoCommand, PathsStandUnchangedBetweenDoubleQuotes) {
+    struct Case {
+        const char *path;
+    };
+    for (const Case &row : {Case{"/with a blank"}, Case{"/\"quoted\""}, Case{"/$HOME"}, Case{"/`id`"},
+                            Case{"/back\\slash"}, Case{"/line\nfeed"}, Case{"/\xC3\xA9t\xC3\xA9"}, Case{""}}) {
+        const std::string quoted = "\"" + std::string(row.path) + "\"";
+        EXPECT_EQ(dittoCommand(ArchiveKind::Zip, row.path, "/out"), "ditto -xk " + quoted + " \"/out\"") << row.path;
+        EXPECT_EQ(dittoCommand(ArchiveKind::Cpio, "/a", row.path), "ditto -x \"/a\" " + quoted) << row.path;
+    }
 }
 
 } // namespace

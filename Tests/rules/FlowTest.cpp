@@ -1,4 +1,4 @@
-#include "selection/FlowChoice.hpp"
+#include "selection/Flow.hpp"
 
 #include <gtest/gtest.h>
 
@@ -13,13 +13,13 @@ struct FlowCase {
 
 TEST(FlowChoice, TheWebFlowNeedsTheSwitchNoErrorAndASelection) {
     constexpr FlowCase cases[] = {
-        {true, false, 1, vant::Flow::web},    //
-        {true, false, 30, vant::Flow::web},   //
-        {true, false, 0, vant::Flow::media},  //
-        {true, true, 2, vant::Flow::media},   //
-        {false, false, 2, vant::Flow::media}, //
-        {false, true, 2, vant::Flow::media},  //
-        {false, false, 0, vant::Flow::media},
+        {true, false, 1, vant::Flow::Web},    //
+        {true, false, 30, vant::Flow::Web},   //
+        {true, false, 0, vant::Flow::Media},  //
+        {true, true, 2, vant::Flow::Media},   //
+        {false, false, 2, vant::Flow::Media}, //
+        {false, true, 2, vant::Flow::Media},  //
+        {false, false, 0, vant::Flow::Media},
     };
     for (const FlowCase &row : cases)
         EXPECT_EQ(vant::chooseFlow(vant::isWebFlowAllowed(row.smartUpdate, row.webError), row.webSelectionCount),

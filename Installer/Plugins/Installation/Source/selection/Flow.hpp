@@ -3,8 +3,8 @@
 
 namespace vant {
 
-/// Where a run's packages come from.
-enum class Flow { media, web };
+/// Where a run's packages come from. Both flows share one chain of packages and differ in names, formulas and endings.
+enum class Flow { Media, Web };
 
 /// Whether the switches of the user settings allow the web flow: asked for, and no web error reported earlier.
 [[nodiscard]] constexpr bool isWebFlowAllowed(bool smartUpdate, bool webError) noexcept {
@@ -13,7 +13,7 @@ enum class Flow { media, web };
 
 /// The flow of a run: the web only when it is allowed and something was selected for it.
 [[nodiscard]] constexpr Flow chooseFlow(bool webFlowAllowed, std::size_t webSelectionCount) noexcept {
-    return webFlowAllowed && webSelectionCount > 0 ? Flow::web : Flow::media;
+    return webFlowAllowed && webSelectionCount > 0 ? Flow::Web : Flow::Media;
 }
 
 } // namespace vant

@@ -1,4 +1,4 @@
-#include "install/chain/PackageChain.hpp"
+#include "install/chain/ChainSteps.hpp"
 
 #include <array>
 #include <cstdio>
@@ -19,15 +19,15 @@ std::string nextTrace(const char *format, const ChainState &state) {
     return text.data();
 }
 
-ChainStep nextStep(InstallFlow flow, const ChainState &state) {
-    if (flow == InstallFlow::Web)
+ChainStep nextStep(Flow flow, const ChainState &state) {
+    if (flow == Flow::Web)
         return {Announcement::NextWebPackage, nextTrace(nextWebTrace, state), true};
     return {Announcement::NextMediaPackage, nextTrace(nextMediaTrace, state), true};
 }
 
-ChainStep lastStep(InstallFlow flow, const ChainState &state) {
+ChainStep lastStep(Flow flow, const ChainState &state) {
     // Only the media flow tells a failed package: the web flow completes whatever the outcomes are.
-    if (flow == InstallFlow::Web)
+    if (flow == Flow::Web)
         return {Announcement::WebComplete, "Posting notification:[SUInstallComplete]"};
     if (state.anyFailed)
         return {Announcement::MediaFailed, "Posting notification FAILED:[FindInstallFile3]"};
@@ -36,12 +36,21 @@ ChainStep lastStep(InstallFlow flow, const ChainState &state) {
 
 } // namespace
 
-ChainStep stepAfterPackage(InstallFlow flow, const ChainState &state) {
+ChainStep stepAfterPackage(Flow flow, const ChainState &state) {
     if (state.outcomes < state.packages)
         return nextStep(flow, state);
     if (state.outcomes == state.packages)
         return lastStep(flow, state);
     return {};
+}
+
+UnpackEnding unpackEnding(const UnpackState &state) noexcept {
+    // Not "less than": past the count, too, nothing follows any more.
+    if (state.expanded != state.selected)
+        return UnpackEnding::MoreToCome;
+    if (!state.setAside)
+        return UnpackEnding::Install;
+    return state.desktopFolder ? UnpackEnding::ShowSetAside : UnpackEnding::SetAsideMissing;
 }
 
 } // namespace vant
