@@ -2,9 +2,9 @@
 
 #import "base/Bridge.h"
 #import "base/Locations.h"
+#include "base/Paths.hpp"
 #import "base/Retained.h"
 #include "download/DownloadProgress.hpp"
-#include "base/Paths.hpp"
 #import "shell/Notifications.h"
 #include <CoreFoundation/CoreFoundation.h>
 

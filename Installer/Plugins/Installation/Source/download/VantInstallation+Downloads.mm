@@ -3,10 +3,26 @@
 #import "base/Bridge.h"
 #import "download/ArchiveDownload.h"
 #include "download/DownloadProgress.hpp"
+#import "download/VantInstallation+WebDriver.h"
 #import "install/chain/VantInstallation+InstallChain.h"
 #import "install/status/VantInstallation+StatusLine.h"
 
+#include "download/FinishOrder.hpp"
+
+/// The rule's state, for the length of the process like the pane's other lists.
+struct VantFinishOrder : vant::FinishOrder {};
+
 @implementation VantInstallation (Downloads)
+
+- (vant::FinishOrder &)finishOrder {
+    if (finishOrder == nullptr)
+        finishOrder = new VantFinishOrder;
+    return *finishOrder;
+}
+
+- (void)noteStartedDownload {
+    [self finishOrder].started(filedownload, vant::utf8(sFilePath));
+}
 
 - (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response {
     (void)download;
@@ -22,12 +38,21 @@
 }
 
 - (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path {
-    (void)download;
+    [self finishOrder].created(download);
     vant::announceDestination(vant::downloadFieldsOf(self), path);
 }
 
 - (void)downloadDidFinish:(NSURLDownload *)download {
-    vant::finishDownload(vant::downloadFieldsOf(self), download);
+    if ([self finishOrder].finished(download))
+        [self announceFinishedDownloads];
+    else
+        vant::finishDownload(vant::downloadFieldsOf(self), download);
+}
+
+/// One at a time, and asking anew after each: a handler may turn the run loop, and with it this operation.
+- (void)announceFinishedDownloads {
+    while (const auto download = [self finishOrder].next(vant::utf8([self pathToExpandNext])))
+        vant::finishDownload(vant::downloadFieldsOf(self), static_cast<NSURLDownload *>(const_cast<void *>(*download)));
 }
 
 - (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error {
@@ -35,8 +60,12 @@
     [self trace:@"***ERROR*** Download did fail with error:[%d]", code];
     [self trace:@"%@", vant::nsString(vant::failureTrace(code))];
     const auto outcome = vant::acceptFailure(vant::downloadFieldsOf(self), download, error);
+    [self finishOrder].failed(download);
+    if (outcome == vant::FailureOutcome::Retry)
+        [self noteStartedDownload];
     if (vant::fallsBack(outcome, mInstallationInProgressStatus))
         [self installWithoutNetwork];
+    [self announceFinishedDownloads];
 }
 
 - (void)installWithoutNetwork {

@@ -10,6 +10,8 @@
 - (void)ReNotification:(NSNotification *)notification;
 /// Handler of "downloadinfoo" and "downloadcompleted".
 - (void)receivedownloadNotification:(NSNotification *)notification;
+/// The file that the next "downloadcompleted" expands, nil when none has been created for it.
+- (NSString *)pathToExpandNext;
 /// The last download error code, for the host.
 - (int)getErrcodeStr;
 @end

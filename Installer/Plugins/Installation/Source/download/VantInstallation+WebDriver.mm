@@ -5,6 +5,7 @@
 #import "base/Retained.h"
 #import "download/ArchiveDownload.h"
 #import "download/BDObject.h"
+#import "download/VantInstallation+Downloads.h"
 #import "install/status/VantInstallation+StatusLine.h"
 #include "install/tasks/Archives.hpp"
 #import "install/tasks/VantInstallation+ShellTasks.h"
@@ -41,6 +42,7 @@ static void post(NSString *name, NSDictionary *info) {
     [TestArray addObject:filedownload];
     post(VantWebDownloadStartNotification, info);
     vant::placeDownload(fields);
+    [self noteStartedDownload];
 }
 
 - (void)ReNotification:(NSNotification *)notification {
@@ -71,13 +73,20 @@ static void post(NSString *name, NSDictionary *info) {
     [downloadcompletedcountArr addObject:VantDownloadCompletedNotification];
     // By position, not by file: archives are expanded in the order in which their files were created, whichever
     // download has actually finished.
-    const auto position = static_cast<NSUInteger>(cdDownloadIndex);
-    NSDictionary *created = position < [myMutableArray count] ? [myMutableArray objectAtIndex:position] : nil;
+    NSDictionary *created = [self nextCreatedFile];
     id delegate = [info objectForKey:VantDownloadKey];
     if (created == nil || [created objectForKey:VantDownloadKey] != delegate)
         return;
     ++cdDownloadIndex;
     [self expandArchive:VantStringForKey(created, VantDownloadPathKey) ofDelegate:delegate];
+}
+
+- (NSDictionary *)nextCreatedFile {
+    return VantEntryAtIndex(myMutableArray, static_cast<NSUInteger>(cdDownloadIndex));
+}
+
+- (NSString *)pathToExpandNext {
+    return VantStringForKey([self nextCreatedFile], VantDownloadPathKey);
 }
 
 - (void)expandArchive:(NSString *)archive ofDelegate:(id)delegate {

@@ -90,6 +90,7 @@
     // The downloads and what they expand into.
     NSMutableArray *myDownloadinfoArray;
     NSMutableArray *myMutableArray;
+    struct VantFinishOrder *finishOrder; // which finish may be announced
     NSMutableArray *downloadcompletedcountArr;
     NSMutableArray *unzipcountArr;
     NSString *documentsDirectoryPath;
