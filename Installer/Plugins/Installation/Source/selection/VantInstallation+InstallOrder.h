@@ -1,6 +1,6 @@
 #import "shell/VantInstallation.h"
 
-/// The order that packages are installed in, and what the web list leaves out.
+/// The order that packages are installed in, and what the web list leaves out. Thread: main.
 @interface VantInstallation (InstallOrder)
 /// Puts records into the required order, in place. The install type is "CD" (ordered by "TYPE") or "SmartUpdate"
 /// (ordered by "componentname"); any other leaves the list unchanged. The misspelt label is part of the name.

@@ -1,5 +1,6 @@
 #import "shell/VantInstallation.h"
 
+/// The choices that the host has written down. Thread: main.
 @interface VantInstallation (UserSettings)
 /// The user settings, read afresh from `mUserOptionsFilePath5` on every call; nil when the file is missing, unreadable
 /// or no dictionary.

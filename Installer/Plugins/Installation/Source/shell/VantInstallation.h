@@ -39,6 +39,8 @@
 /// operations that write them. Installer threads touch those marked with a diamond: they run one after another, and
 /// what the main thread reads meanwhile is read and written whole (`base/SharedValue.hpp`,
 /// `selection/…+PackageLists.h`).
+///
+/// Thread: main, where an operation says nothing else.
 @interface VantInstallation : NSObject {
     // The host: set at creation.
     NSDictionary *modelInfo;
@@ -46,7 +48,7 @@
     IBOutlet NSView *mView;
 
     // The user settings: set at creation.
-    NSString *mUserOptionsFilePath5; // ◆ read for the second scan driver
+    NSString *mUserOptionsFilePath5;
     int mSmartUpdate;
     int mWebError;
     BOOL VantInstallationDebugFlag; // ◆ read before each trace entry
@@ -176,7 +178,7 @@
 /// YES always.
 - (BOOL)needToShowQuitSheet;
 
-/// The host's language parser, nil without an observer.
+/// The host's language parser, nil without an observer. Thread: any.
 - (id)langParser;
 
 /// The plug-in's own string for a key of table "Localizable-Inst"; the key itself when the table lacks it. Thread: any.

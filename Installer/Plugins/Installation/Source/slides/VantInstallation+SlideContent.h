@@ -1,6 +1,6 @@
 #import "shell/VantInstallation.h"
 
-/// The content of the two information pages. Look-ups fail soft: nil stands for "not there".
+/// The content of the two information pages. Look-ups fail soft: nil stands for "not there". Thread: main.
 @interface VantInstallation (SlideContent)
 /// Path of the slide image: of the main set for a nil flag, of the fall-back set for any other.
 - (NSString *)getGTAImagePath:(id)fallBack;

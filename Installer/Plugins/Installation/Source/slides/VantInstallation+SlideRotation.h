@@ -1,6 +1,6 @@
 #import "shell/VantInstallation.h"
 
-/// Which information page is up. Main thread.
+/// Which information page is up. Thread: main.
 @interface VantInstallation (SlideRotation)
 /// The slide timer's action: turns to the other page.
 - (void)changeImageTrigger;

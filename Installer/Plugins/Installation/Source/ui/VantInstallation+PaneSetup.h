@@ -1,7 +1,8 @@
 #import "shell/VantInstallation.h"
 
+/// The last step of creation. Thread: main.
 @interface VantInstallation (PaneSetup)
 /// Shows the first slide, clears leftovers of an earlier run, reads the selections and starts one view. Always YES.
-/// Main thread; blocks while the web selection file is missing and while the administrator prompt is up.
+/// Blocks while the web selection file is missing and while the administrator prompt is up.
 - (BOOL)setUpPane;
 @end

@@ -1,6 +1,6 @@
 #import "shell/VantInstallation.h"
 
-/// The two ways of working, and their rows. Main thread.
+/// The two ways of working, and their rows. Thread: main.
 @interface VantInstallation (Views)
 /// Starts the web view: rows, administrator rights, one download per ticked row.
 - (void)showNormalView;

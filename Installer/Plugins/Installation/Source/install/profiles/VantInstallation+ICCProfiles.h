@@ -1,6 +1,6 @@
 #import "shell/VantInstallation.h"
 
-/// ICC colour profiles for the scan driver. Installer thread; failures end in the trace log.
+/// ICC colour profiles for the scan driver. Failures end in the trace log. Thread: installer.
 @interface VantInstallation (ICCProfiles)
 /// Copies the media's profiles when a package of this file name calls for them.
 - (void)installICCProfilesIfRequired:(NSString *)packageName;

@@ -1,6 +1,7 @@
 #import "shell/VantInstallation.h"
 
 /// Child processes and archive expansion. Every operation returns when its child has exited; nothing is reported.
+/// Thread: any; the main one for downloads, where no run loop turns meanwhile, and an installer thread for profiles.
 @interface VantInstallation (ShellTasks)
 /// Runs the command through "/bin/sh" with the null device as its input. Raises when the shell cannot be started.
 - (void)taskForShellCommand:(NSString *)command;
