@@ -1,17 +1,14 @@
 #import "selection/ComponentRecord.h"
 
+#import "base/Bridge.h"
+#include "selection/ComponentCatalogue.hpp"
+
 NSString *const VantLocationKey = @"LOCATION";
 NSString *const VantTypeKey = @"TYPE";
 
 NSString *const VantInstallerPathKey = @"installerpath";
 NSString *const VantComponentNameKey = @"componentname";
 NSString *const VantBDObjectKey = @"BDObject";
-NSString *const VantManualOrigin = @"MANUAL";
-NSString *const VantUninstallerOrigin = @"Uninstaller";
-
-NSString *const VantScanDriverKind = @"Scan Driver";
-NSString *const VantUninstallerKind = @"Printer Software Uninstaller";
-NSString *const VantManualKind = @"User's Guide";
 
 static void put(NSMutableDictionary *record, NSString *key, id value) {
     if (value != nil)
@@ -33,7 +30,15 @@ NSMutableDictionary *VantWebRecord(NSString *installerPath, NSString *componentN
     return record;
 }
 
-NSMutableDictionary *VantHostPackageRecord(NSString *resource, NSString *componentName, NSString *origin) {
+static NSMutableDictionary *hostPackageRecord(NSString *resource, std::string_view kind, NSString *origin) {
     NSString *path = [[NSBundle mainBundle] pathForResource:resource ofType:@"pkg"];
-    return VantWebRecord(path, componentName, origin);
+    return VantWebRecord(path, vant::nsString(kind), origin);
+}
+
+NSMutableDictionary *VantManualRecord(void) {
+    return hostPackageRecord(@"Manual", vant::manualKind, @"MANUAL");
+}
+
+NSMutableDictionary *VantUninstallerRecord(void) {
+    return hostPackageRecord(@"Uninstaller", vant::uninstallerKind, @"Uninstaller");
 }

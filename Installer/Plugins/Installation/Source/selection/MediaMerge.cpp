@@ -1,13 +1,13 @@
 #include "selection/MediaMerge.hpp"
 
 #include "base/Paths.hpp"
+#include "selection/ComponentCatalogue.hpp"
+
 #include <string_view>
 #include <unordered_set>
 
 namespace vant {
 namespace {
-
-constexpr std::string_view scanDriver = "Scan Driver";
 
 // The names are views into the paths, all of which outlive the merge.
 class Names {
@@ -39,9 +39,9 @@ std::vector<MergedRecord> mergeMedia(std::span<const MediaComponent> media,
             continue;
         added.push_back({component.location, component.kind});
         names.add(component.location);
-        if (component.kind != scanDriver)
+        if (component.kind != scanDriverKind)
             continue;
-        added.push_back({secondScanDriver, std::string(scanDriver)});
+        added.push_back({secondScanDriver, component.kind});
         names.add(secondScanDriver);
     }
     return added;

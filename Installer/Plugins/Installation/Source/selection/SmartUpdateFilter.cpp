@@ -1,6 +1,7 @@
 #include "selection/SmartUpdateFilter.hpp"
 
 #include "base/Paths.hpp"
+#include "selection/ComponentCatalogue.hpp"
 
 #include <algorithm>
 #include <string_view>
@@ -29,13 +30,15 @@ std::vector<std::size_t> redundantRecords(std::span<const std::optional<std::str
 }
 
 std::vector<std::size_t> legacyScanRecords(std::span<const std::optional<std::string>> componentNames) {
-    return positionsWhere(componentNames,
-                          [](std::string_view name) { return name == "Scan Manager.pkg" || name == "Scanmate.pkg"; });
+    return positionsWhere(componentNames, [](std::string_view name) {
+        const Component *known = findComponent(name);
+        return known && known->isLegacy;
+    });
 }
 
 bool holdsUninstaller(std::span<const std::optional<std::string>> installerPaths) noexcept {
     return std::ranges::any_of(installerPaths, [](const std::optional<std::string> &path) {
-        return path && lastPathComponent(*path) == "Uninstaller.pkg";
+        return path && lastPathComponent(*path) == uninstallerPackage;
     });
 }
 

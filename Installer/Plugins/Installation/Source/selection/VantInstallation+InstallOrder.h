@@ -10,6 +10,6 @@
 - (void)filteroutRedundantComponentsforSmartUpdate;
 /// Drops the web records of the two legacy scan packages.
 - (void)filteroutScanLegacyComponentsforSmartUpdate;
-/// Whether the web list holds an "Uninstaller.pkg". Adds nothing, despite its name.
+/// Whether the web list holds an uninstaller package. Adds nothing, despite its name.
 - (BOOL)addUninstallerPackageIfNotPresent;
 @end

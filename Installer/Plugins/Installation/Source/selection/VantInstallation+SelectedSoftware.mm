@@ -4,8 +4,8 @@
 #import "base/Locations.h"
 #import "base/PropertyList.h"
 #import "selection/ComponentRecord.h"
-#import "selection/SelectionEntry.h"
 #include "selection/SelectedSoftware.hpp"
+#import "selection/SelectionEntry.h"
 
 #include <vector>
 

@@ -14,13 +14,12 @@
 
 - (void)completeWebList {
     if ([self isManualWanted])
-        [self addPackage:VantHostPackageRecord(@"Manual", VantManualKind, VantManualOrigin) inFlow:vant::Flow::Web];
+        [self addPackage:VantManualRecord() inFlow:vant::Flow::Web];
     [self addUninstaller];
 }
 
 - (void)addUninstaller {
-    [self addPackage:VantHostPackageRecord(@"Uninstaller", VantUninstallerKind, VantUninstallerOrigin)
-              inFlow:vant::Flow::Web];
+    [self addPackage:VantUninstallerRecord() inFlow:vant::Flow::Web];
 }
 
 - (void)mergeMediaSelection {

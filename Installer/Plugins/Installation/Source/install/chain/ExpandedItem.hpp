@@ -1,16 +1,9 @@
 #pragma once
+#include "selection/ComponentCatalogue.hpp"
+
 #include <string_view>
 
 namespace vant {
-
-/// What happens to one item of an expanded archive.
-enum class ExpandedAction {
-    Skip,
-    Install,            ///< becomes a web record
-    InstallScanManager, ///< becomes a web record, and the scanner count is set
-    SetAside,           ///< the whole folder goes to the desktop, unless it is there already
-    SetAsideAtOnce,     ///< the whole folder goes to the desktop without a look at what is there
-};
 
 /// How the full path of an item is made, for the items whose path is looked at.
 enum class ExpandedPath {

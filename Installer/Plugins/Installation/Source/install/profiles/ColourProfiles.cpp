@@ -1,15 +1,13 @@
 #include "install/profiles/ColourProfiles.hpp"
 
 #include "base/Paths.hpp"
+#include "selection/ComponentCatalogue.hpp"
 
 #include <algorithm>
-#include <array>
 
 namespace vant {
 
 namespace {
-
-constexpr std::array<std::string_view, 3> keys{"hueforge", "scan", "docuvane"};
 
 constexpr char lowered(char letter) noexcept {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -27,8 +25,8 @@ std::string joined(std::string_view first, std::string_view second, std::string_
 } // namespace
 
 bool needsColourProfiles(std::string_view packageName) noexcept {
-    return std::any_of(keys.begin(), keys.end(),
-                       [packageName](std::string_view key) { return containsLowered(packageName, key); });
+    return std::ranges::any_of(colourProfileKeys,
+                               [packageName](std::string_view key) { return containsLowered(packageName, key); });
 }
 
 std::string profileSourceFolder(std::string_view mediaRoot, MediaFolders present) {
