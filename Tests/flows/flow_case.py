@@ -11,6 +11,7 @@ sys.path.insert(0, str(SOURCE / "Installer" / "Host" / "runner"))
 
 import flow  # noqa: E402
 import follow  # noqa: E402
+import languages  # noqa: E402
 
 BUILD = pathlib.Path(os.environ.get("VANT_BUILD", SOURCE / "build" / "debug"))
 # Sanitizers make every step slower; no test waits this long for what it expects.
@@ -65,6 +66,14 @@ class FlowCase(unittest.TestCase):
         self.assertEqual(ended.summary["installedFiles"], sum(row[-1] for row in packages))
 
 
+def add_case_for_each_language(test_class, check):
+    """Gives the class a test for each language, test_zh_hans for zh-Hans, which calls check(case, language)."""
+    for language in languages.read():
+        def run(case, language=language):
+            check(case, language)
+        setattr(test_class, f"test_{language.folder.lower().replace('-', '_')}", run)
+
+
 def host_string(language_folder, key, table="Localizable"):
     """A string of the host's own tables."""
     return table_string(BUILD / "VantHost.app", language_folder, key, table)
@@ -75,10 +84,6 @@ def plug_in_string(language_folder, key):
 
 
 def table_string(bundle, language_folder, key, table):
-    file = bundle / "Resources" / f"{language_folder}.lproj" / f"{table}.strings"
-    for line in file.read_text(encoding="utf-8-sig").splitlines():
-        if line.startswith(f'"{key}" = "'):
-            return line.split('" = "', 1)[1].removesuffix('";').replace('\\"', '"')
-    raise KeyError(f"{key} in {file}")
+    return languages.strings(bundle / "Resources" / f"{language_folder}.lproj" / f"{table}.strings")[key]
 
 

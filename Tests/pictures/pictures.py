@@ -10,7 +10,7 @@ sys.path.insert(0, str(HERE.parent / "flows"))
 
 import comparison  # noqa: E402
 import small_media  # noqa: E402
-from flow_case import BUILD, FlowCase  # noqa: E402
+from flow_case import BUILD, FlowCase, add_case_for_each_language  # noqa: E402
 from flow import Moments  # noqa: E402
 
 RENEW = "VANT_RENEW_PICTURES"  # in the environment: store what is seen instead of comparing it
@@ -48,35 +48,8 @@ class Language(FlowCase):
                 return
         self.fail(seen.why)
 
-    def test_english(self):
-        self.check("EN")
 
-    def test_french(self):
-        self.check("FN")
-
-    def test_german(self):
-        self.check("GR")
-
-    def test_italian(self):
-        self.check("IT")
-
-    def test_spanish(self):
-        self.check("SP")
-
-    def test_portuguese(self):
-        self.check("PT")
-
-    def test_dutch(self):
-        self.check("DT")
-
-    def test_korean(self):
-        self.check("KR")
-
-    def test_simplified_chinese(self):
-        self.check("CP")
-
-    def test_traditional_chinese(self):
-        self.check("CT")
+add_case_for_each_language(Language, lambda case, language: case.check(language.code))
 
 
 class Comparison(FlowCase):

@@ -7,10 +7,10 @@ import sys
 import flow
 import follow
 import gallery
+import languages
 
 # The sample site is no faster than a good line, so that there is something to see of a download.
 SITE_RATE = "4m"
-LANGUAGES = ["EN", "FN", "GR", "IT", "SP", "PT", "DT", "KR", "CP", "CT"]
 
 
 def arguments():
@@ -18,7 +18,9 @@ def arguments():
     parser.add_argument("flow", nargs="?", default="media", choices=["media", "web", "gallery"],
                         help="install from the media, from a download site, or picture every state in every language")
     parser.add_argument("--out", type=pathlib.Path, metavar="DIR", help="where results go (default: out/<flow>)")
-    parser.add_argument("--language", default="EN", choices=LANGUAGES, help="the host's language (default: EN)")
+    spoken = languages.read()
+    parser.add_argument("--language", default="EN", choices=[each.code for each in spoken], metavar="CODE",
+                        help=f"the host's language: {', '.join(f'{each.code} {each.name}' for each in spoken)}")
     parser.add_argument("--authorize", default="grant", choices=["grant", "deny", "cancel", "ask"],
                         help="the answer to the administrator prompt; ask shows it (default: grant)")
     parser.add_argument("--debug", action="store_true", help="trace log on")

@@ -4,10 +4,10 @@ import shutil
 import subprocess
 
 import flow
+import languages
 from flow import Moments
 
-LANGUAGES = {"EN": "English", "FN": "Français", "GR": "Deutsch", "IT": "Italiano", "SP": "Español", "PT": "Português",
-             "DT": "Nederlands", "KR": "한국어", "CP": "简体中文", "CT": "繁體中文"}
+LANGUAGES = {each.code: each.name for each in languages.read()}
 
 
 def second_slide(moments, event):
@@ -61,7 +61,7 @@ def sheet(pictures, target):
 
 
 def typeface():
-    """A font file that has the letters of all ten languages."""
+    """A font file that has the letters of all the languages."""
     return subprocess.run(["fc-match", "-f", "%{file}", "Noto Sans CJK SC"], check=True, capture_output=True,
                           text=True).stdout
 

@@ -1,16 +1,27 @@
 #import "VantTheme.h"
 
+#include "base/Languages.hpp"
 #import "ThemeColours.h"
+
+static NSString *typefaceForScript(vant::Script script) {
+    switch (script) {
+    case vant::Script::Latin:
+        return @"Inter";
+    case vant::Script::Korean:
+        return @"NotoSansCJKkr";
+    case vant::Script::SimplifiedChinese:
+        return @"NotoSansCJKsc";
+    case vant::Script::TraditionalChinese:
+        return @"NotoSansCJKtc";
+    }
+}
 
 /// The typeface for the language that the user reads best.
 static NSString *typeface(void) {
     NSArray *languages = [[NSUserDefaults standardUserDefaults] stringArrayForKey:@"NSLanguages"];
     NSString *language = [languages count] > 0 ? [languages objectAtIndex:0] : @"";
-    if ([language hasPrefix:@"ko"])
-        return @"NotoSansCJKkr";
-    if ([language hasPrefix:@"zh-Hans"])
-        return @"NotoSansCJKsc";
-    return [language hasPrefix:@"zh-Hant"] ? @"NotoSansCJKtc" : @"Inter";
+    const vant::Language *known = vant::languageOfLocale([language UTF8String]);
+    return typefaceForScript(known ? known->script : vant::Script::Latin);
 }
 
 static NSColor *colour(vant::host::Colour value) {
