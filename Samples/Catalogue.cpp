@@ -4,9 +4,9 @@
 
 #include <array>
 #include <fstream>
+#include <iterator>
 #include <random>
 #include <stdexcept>
-#include <string_view>
 
 namespace vant::samples {
 
@@ -52,7 +52,7 @@ std::string nameOf(std::size_t index) {
 } // namespace
 
 std::vector<Item> payloadOf(const Sample &sample) {
-    std::mt19937 random(seedOf(sample.name));
+    std::mt19937 random(seedOf(sample.package.name));
     std::vector<Item> items;
     const auto loud = (sample.files + loudFiles - 1) / loudFiles;
     for (std::size_t i = 0; i < sample.files; ++i) {
@@ -66,16 +66,17 @@ std::vector<Item> payloadOf(const Sample &sample) {
 }
 
 std::filesystem::path writeSample(const std::filesystem::path &folder, const Sample &sample) {
-    const auto path = folder / sample.name;
+    const Package &package = sample.package;
+    const auto path = folder / package.name;
     const auto files = payloadOf(sample);
-    const std::string title = sample.title;
-    switch (sample.form) {
+    const std::string title = package.title;
+    switch (package.form) {
     case Form::Flat:
-        return writeFlatPackage(path, "example.quorvel." + title, sample.location, files, Payload::Gzip);
+        return writeFlatPackage(path, "example.quorvel." + title, package.location, files, Payload::Gzip);
     case Form::FlatPlain:
-        return writeFlatPackage(path, "example.quorvel." + title, sample.location, files, Payload::Plain);
+        return writeFlatPackage(path, "example.quorvel." + title, package.location, files, Payload::Plain);
     case Form::Bundle:
-        return writeBundlePackage(path, title, sample.location, files);
+        return writeBundlePackage(path, title, package.location, files);
     case Form::Product:
         break;
     }
@@ -84,19 +85,26 @@ std::filesystem::path writeSample(const std::filesystem::path &folder, const Sam
     while (cut != files.end() && cut->kind != Item::Kind::Folder)
         ++cut;
     return writeProduct(path, title,
-                        {{title + " Core.pkg", sample.location, {files.begin(), cut}},
-                         {title + " Extras.pkg", sample.location, {cut, files.end()}}});
+                        {{title + " Core.pkg", package.location, {files.begin(), cut}},
+                         {title + " Extras.pkg", package.location, {cut, files.end()}}});
 }
 
 std::string manifestOf(std::span<const Sample> samples) {
     std::string rows;
     std::size_t total = 0;
     for (const auto &sample : samples) {
-        rows += (rows.empty() ? "\n" : ",\n") + std::string(R"(    {"name": ")") + sample.name + R"(", "files": )" +
-                std::to_string(sample.files) + "}";
+        rows += (rows.empty() ? "\n" : ",\n") + std::string(R"(    {"name": ")") + sample.package.name +
+                R"(", "files": )" + std::to_string(sample.files) + "}";
         total += sample.files;
     }
     return "{\n  \"packages\": [" + rows + "\n  ],\n  \"files\": " + std::to_string(total) + "\n}\n";
+}
+
+std::string contentsOf(const std::filesystem::path &path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        throw std::runtime_error("cannot read " + path.string());
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 void writeText(const std::filesystem::path &path, const std::string &text) {

@@ -4,7 +4,6 @@
 #include "Slides.hpp"
 
 #include <cstdio>
-#include <fstream>
 #include <iterator>
 
 namespace fs = std::filesystem;
@@ -17,18 +16,12 @@ constexpr const char *packagesFolder = "MAC_Installer/InstallFiles/Packages";
 constexpr const char *profilesFolder = "MAC_Installer/InstallFiles/Profiles";
 constexpr const char *models[] = {"RXM2 4410", "RXM2 4410 Série"};
 
-// clang-format off
 constexpr Sample samples[] = {
-    {"Printer Driver.pkg",  "Quorvel Printer Driver",  "/Library/Printers/Quorvel/Driver",           Form::Flat,      900, 3'600'000},
-    {"Scan Driver.pkg",     "Quorvel Scan Driver",     "/Library/Image Capture/Quorvel Scan Driver", Form::Product,   600, 2'400'000},
-    {"Scan Driver 2.pkg",   "Quorvel Network Scan",    "/Library/Image Capture/Quorvel Network",     Form::FlatPlain, 320, 1'200'000},
-    {"Printer Manager.pkg", "Quorvel Printer Manager", "/Applications/Quorvel/Printer Manager",      Form::Flat,      480, 1'800'000},
-    {"Docuvane.pkg",        "Quorvel Docuvane",        "/Applications/Quorvel/Docuvane",             Form::Flat,      280, 1'200'000},
-    {"Fax.pkg",             "Quorvel Fax",             "/Library/Printers/Quorvel/Fax",              Form::Bundle,    240,   900'000},
-    {"Manual.pkg",          "Quorvel User’s Guide",    "/Library/Documentation/Quorvel",             Form::Flat,      160, 1'500'000},
-    {"Uninstaller.pkg",     "Quorvel Uninstaller",     "/Applications/Quorvel/Uninstaller",          Form::Flat,       60,   300'000},
+    sample("Printer Driver.pkg", 900, 3'600'000), sample("Scan Driver.pkg", 600, 2'400'000),
+    sample("Scan Driver 2.pkg", 320, 1'200'000),  sample("Printer Manager.pkg", 480, 1'800'000),
+    sample("Docuvane.pkg", 280, 1'200'000),       sample("Fax.pkg", 240, 900'000),
+    sample("Manual.pkg", 160, 1'500'000),         sample("Uninstaller.pkg", 60, 300'000),
 };
-// clang-format on
 
 /// The last two packages are resources of the host application.
 constexpr std::size_t packagesOnMedia = std::size(samples) - 2;
@@ -59,13 +52,6 @@ std::string selection() {
         {"Scan Driver", onMedia("Scan Driver.pkg")},
         {"Print Driver", onMedia("Printer Driver.pkg")},
     });
-}
-
-std::string contentsOf(const fs::path &path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        throw std::runtime_error("cannot read " + path.string());
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 /// Real profiles: some loose, some in a zip, there partly in a folder.

@@ -4,8 +4,6 @@
 #include "PlistText.hpp"
 
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <span>
 
 namespace fs = std::filesystem;
@@ -14,32 +12,30 @@ namespace {
 
 using namespace vant::samples;
 
-// clang-format off
 constexpr Sample known[] = {
-    {"Printer Driver.pkg",  "Quorvel Printer Driver",  "/Library/Printers/Quorvel/Driver",      Form::Flat,    240, 1'500'000},
-    {"Printer Manager.pkg", "Quorvel Printer Manager", "/Applications/Quorvel/Printer Manager", Form::Product, 160, 1'200'000},
-    {"Scan Manager.pkg",    "Quorvel Scan Manager",    "/Applications/Quorvel/Scan Manager",    Form::Flat,     80,   400'000},
-    {"Scanmate.pkg",        "Quorvel Scanmate",        "/Applications/Quorvel/Scanmate",        Form::Flat,     60,   300'000},
-    {"Hueforge.pkg",        "Quorvel Hueforge",        "/Applications/Quorvel/Hueforge",        Form::Bundle,  120,   900'000},
-    {"Scanwick.pkg",        "Quorvel Scanwick",        "/Applications/Quorvel/Scanwick",        Form::Flat,    100,   600'000},
-    {"Fax.pkg",             "Quorvel Fax",             "/Library/Printers/Quorvel/Fax",         Form::Bundle,   90,   500'000},
+    sample("Printer Driver.pkg", 240, 1'500'000),
+    sample("Printer Manager.pkg", 160, 1'200'000),
+    sample("Scan Manager.pkg", 80, 400'000),
+    sample("Scanmate.pkg", 60, 300'000),
+    sample("Hueforge.pkg", 120, 900'000),
+    sample("Scanwick.pkg", 100, 600'000),
+    sample("Fax.pkg", 90, 500'000),
 };
-constexpr Sample uninstaller = {"Uninstaller.pkg", "Quorvel Uninstaller", "/Applications/Quorvel/Old Uninstaller", Form::Flat, 8, 20'000};
-constexpr Sample suitePart = {"Suite Part.pkg", "Quorvel Suite", "/Applications/Quorvel/Suite", Form::Flat, 8, 20'000};
+// An older one than the host's, which is installed instead. It has a place of its own, so that it would be seen there.
+constexpr Sample uninstaller = [] {
+    Sample older = sample("Uninstaller.pkg", 8, 20'000);
+    older.package.location = "/Applications/Quorvel/Old Uninstaller";
+    return older;
+}();
+constexpr Sample suitePart = sample("Suite Part.pkg", 8, 20'000);
 // Large, so that it is the last to arrive: what the last archive holds decides how the run ends.
-constexpr Sample unknown = {"Quorvel Extras.pkg", "Quorvel Extras", "/Applications/Quorvel/Extras", Form::FlatPlain, 24, 16'000'000};
-// clang-format on
+constexpr Sample unknown = sample("Quorvel Extras.pkg", 24, 16'000'000);
 
 const Sample &knownAs(const std::string &name) {
-    for (const auto &sample : known)
-        if (name == sample.name)
-            return sample;
+    for (const auto &each : known)
+        if (name == each.package.name)
+            return each;
     throw std::runtime_error("no sample is called " + name);
-}
-
-std::string contentsOf(const fs::path &path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 /// Packages are built in a folder of their own and then put into archives, as they would be for a download.
@@ -54,8 +50,8 @@ public:
     std::vector<Item> packaged(const Sample &sample, const std::string &below = "") {
         const auto path = writeSample(packages_, sample);
         if (!fs::is_directory(path))
-            return {file(below + sample.name, contentsOf(path))};
-        std::vector<Item> items{folder(below + sample.name)};
+            return {file(below + sample.package.name, contentsOf(path))};
+        std::vector<Item> items{folder(below + sample.package.name)};
         for (const auto &entry : fs::recursive_directory_iterator(path)) {
             const auto name = below + fs::relative(entry.path(), packages_).string();
             items.push_back(entry.is_directory() ? folder(name) : file(name, contentsOf(entry.path())));

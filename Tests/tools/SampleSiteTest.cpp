@@ -1,5 +1,6 @@
 #include "InstallerFixture.hpp"
 #include "SampleFiles.hpp"
+#include "selection/ComponentCatalogue.hpp"
 
 #include <algorithm>
 
@@ -47,6 +48,13 @@ TEST_F(Installer, InstallsEveryDownloadedPackageWithAsManyFilesAsTheManifestSays
         installed = now;
     }
     EXPECT_EQ(packages.size(), 8U) << "seven known packages and an uninstaller";
+}
+
+TEST(SampleSite, HasEveryPackageThatThePaneInstallsFromAnArchive) {
+    const auto manifest = manifestOf(site / "manifest.json");
+    for (const Component &component : components())
+        if (component.inArchive == ExpandedAction::Install || component.inArchive == ExpandedAction::InstallScanManager)
+            EXPECT_TRUE(manifest.contains(std::string(component.name))) << "no sample of " << component.name;
 }
 
 TEST_F(Installer, InstallsAPackageFromANestedFolderWithAccents) {
