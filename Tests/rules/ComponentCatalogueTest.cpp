@@ -153,7 +153,7 @@ TEST(ComponentCatalogue, ItsKeysAreTheComponentWordsOfEveryStringTable) {
             if (name.source == DisplayName::Source::StringKey)
                 keys.insert(std::string(name.text));
     for (const std::string &language : test::languageFolders(test::paneTable.folder))
-        EXPECT_EQ(componentKeys(language), keys) << language;
+        EXPECT_EQ(componentKeys(language), keys) << "words of components in " << language;
 }
 
 TEST(ComponentCatalogue, KindAndPackageShareTheirWords) {

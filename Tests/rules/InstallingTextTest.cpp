@@ -1,5 +1,8 @@
 #include "install/status/InstallingText.hpp"
 
+#include "base/Languages.hpp"
+
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using vant::installingText;
@@ -29,7 +32,7 @@ constexpr LanguageCase languageCases[] = {
     {"kr",  "Language Default: English",       "Installing Pressdeck..."},
     {"EN ", "Language Default: English",       "Installing Pressdeck..."},
     {"GRX", "Language Default: English",       "Installing Pressdeck..."},
-    {"JP",  "Language Default: English",       "Installing Pressdeck..."},
+    {"XX",  "Language Default: English",       "Installing Pressdeck..."},
     {"Language Setting", "Language Default: English", "Installing Pressdeck..."},
 };
 // clang-format on
@@ -42,6 +45,12 @@ TEST(InstallingText, TheLanguageCodeDecidesTheWordOrder) {
         EXPECT_EQ(shown.text, row.text) << "code: \"" << row.code << '"';
         EXPECT_EQ(shown.trace, row.trace) << "code: \"" << row.code << '"';
     }
+}
+
+TEST(InstallingText, EveryLanguageHasItsCase) {
+    for (const vant::Language &language : vant::languages())
+        EXPECT_EQ(std::ranges::count(languageCases, language.code, &LanguageCase::code), 1)
+            << "no case for " << language.code;
 }
 
 TEST(InstallingText, AnEmptyNameStillHasItsBlankAndEllipsis) {

@@ -32,4 +32,12 @@ std::vector<std::string> languageFolders(const char *resources) {
     return languages;
 }
 
+std::vector<std::string> lacking(std::vector<std::string> wanted, std::vector<std::string> present) {
+    std::ranges::sort(wanted);
+    std::ranges::sort(present);
+    std::vector<std::string> difference;
+    std::ranges::set_difference(wanted, present, std::back_inserter(difference));
+    return difference;
+}
+
 } // namespace vant::test

@@ -25,4 +25,7 @@ struct StringTable {
 /// The languages that a folder of resources has ("zh-Hans" for "zh-Hans.lproj"), ascending.
 [[nodiscard]] std::vector<std::string> languageFolders(const char *resources);
 
+/// What stands in the first list and not in the second, ascending.
+[[nodiscard]] std::vector<std::string> lacking(std::vector<std::string> wanted, std::vector<std::string> present);
+
 } // namespace vant::test

@@ -9,6 +9,8 @@ using namespace vant::test;
 
 namespace {
 
+using Keys = std::vector<std::string>;
+
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 /// The tables of the pane and of the reference host.
@@ -30,14 +32,14 @@ std::multiset<std::string> placeholders(const std::string &text) {
 
 TEST(StringTables, EveryLanguageHasEveryKeyOnceAndNoOther) {
     for (const TableName &each : tables) {
-        std::vector<std::string> wanted = readTable(each, "en").keys;
-        std::sort(wanted.begin(), wanted.end());
+        const std::vector<std::string> wanted = readTable(each, "en").keys;
         ASSERT_FALSE(wanted.empty()) << each.folder << '/' << each.name;
         for (const std::string &language : languageFolders(each.folder)) {
             std::vector<std::string> keys = readTable(each, language).keys;
             std::sort(keys.begin(), keys.end());
             EXPECT_EQ(std::adjacent_find(keys.begin(), keys.end()), keys.end()) << language << " has a key twice";
-            EXPECT_EQ(keys, wanted) << each.name << ' ' << language;
+            EXPECT_EQ(lacking(wanted, keys), Keys{}) << "missing in " << each.name << ' ' << language;
+            EXPECT_EQ(lacking(keys, wanted), Keys{}) << "only in " << each.name << ' ' << language;
         }
     }
 }

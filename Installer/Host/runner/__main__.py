@@ -20,7 +20,7 @@ def arguments():
     parser.add_argument("--out", type=pathlib.Path, metavar="DIR", help="where results go (default: out/<flow>)")
     spoken = languages.read()
     parser.add_argument("--language", default="EN", choices=[each.code for each in spoken], metavar="CODE",
-                        help=f"the host's language: {', '.join(f'{each.code} {each.name}' for each in spoken)}")
+                        help="the host's language (default: EN): " + ", ".join(f"{each.code} {each.name}" for each in spoken))
     parser.add_argument("--authorize", default="grant", choices=["grant", "deny", "cancel", "ask"],
                         help="the answer to the administrator prompt; ask shows it (default: grant)")
     parser.add_argument("--debug", action="store_true", help="trace log on")
