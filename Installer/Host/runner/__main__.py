@@ -18,9 +18,10 @@ def arguments():
     parser.add_argument("flow", nargs="?", default="media", choices=["media", "web", "gallery"],
                         help="install from the media, from a download site, or picture every state in every language")
     parser.add_argument("--out", type=pathlib.Path, metavar="DIR", help="where results go (default: out/<flow>)")
-    spoken = languages.read()
-    parser.add_argument("--language", default="EN", choices=[each.code for each in spoken], metavar="CODE",
-                        help="the host's language (default: EN): " + ", ".join(f"{each.code} {each.name}" for each in spoken))
+    spoken = {each.code: each.name for each in languages.read()}
+    listed = ", ".join(f"{code} {name}" for code, name in spoken.items())
+    parser.add_argument("--language", default="EN", choices=spoken, metavar="CODE",
+                        help=f"the host's language (default: EN): {listed}")
     parser.add_argument("--authorize", default="grant", choices=["grant", "deny", "cancel", "ask"],
                         help="the answer to the administrator prompt; ask shows it (default: grant)")
     parser.add_argument("--debug", action="store_true", help="trace log on")

@@ -23,39 +23,39 @@ constexpr DisplayName text(std::string_view words) noexcept {
 
 /// Found in archives, and never installed.
 constexpr Component item(std::string_view name, ExpandedAction action) noexcept {
-    return {name, no, no, action, no, itself, itself, no, none};
+    return {name, no, no, no, no, action, itself, itself, none};
 }
 
 // The media flow meets kinds only, so there every file name is shown as it is.
 // clang-format off
 constexpr Component catalogue[] = {
     // Drivers first, then the tools, then manuals and the uninstaller.
-    //name                 ranked rep. in archive        legacy web flow             media flow profiles driver of
-    {"Print Driver",         yes, yes, none,               no,  printer,              printer,   no,  Flow::Media},
-    {"Printer Driver.pkg",   yes, no,  Install,            no,  printer,              itself,    no,  Flow::Web},
-    {scanDriverKind,         yes, yes, none,               no,  scanner,              scanner,   yes, none},
-    {"Hueforge.pkg",         yes, no,  Install,            no,  scanner,              itself,    yes, none},
-    {"Scanwick.pkg",         yes, no,  Install,            no,  scanner,              itself,    yes, none},
-    {"Pressdeck",            yes, yes, none,               no,  pressdeck,            pressdeck, no,  none},
-    {"Printer Manager.pkg",  yes, no,  Install,            no,  pressdeck,            itself,    no,  none},
+    // name                 ranked reported legacy ICC  in archive          web flow              media flow driver of
+    {"Print Driver",         yes,   yes,     no,    no,   none,               printer,              printer,   Flow::Media},
+    {"Printer Driver.pkg",   yes,   no,      no,    no,   Install,            printer,              itself,    Flow::Web},
+    {scanDriverKind,         yes,   yes,     no,    yes,  none,               scanner,              scanner,   none},
+    {"Hueforge.pkg",         yes,   no,      no,    yes,  Install,            scanner,              itself,    none},
+    {"Scanwick.pkg",         yes,   no,      no,    yes,  Install,            scanner,              itself,    none},
+    {"Pressdeck",            yes,   yes,     no,    no,   none,               pressdeck,            pressdeck, none},
+    {"Printer Manager.pkg",  yes,   no,      no,    no,   Install,            pressdeck,            itself,    none},
     // A product's name, the same in every language. Its package has no fixed name: one from the web is set aside.
-    {"Docuvane",             yes, yes, none,               no,  itself,               itself,    yes, none},
-    {"PC fax Utility",       yes, yes, none,               no,  fax,                  fax,       no,  none},
-    {"Fax.pkg",              yes, no,  Install,            no,  fax,                  itself,    no,  none},
+    {"Docuvane",             yes,   yes,     no,    yes,  none,               itself,               itself,    none},
+    {"PC fax Utility",       yes,   yes,     no,    no,   none,               fax,                  fax,       none},
+    {"Fax.pkg",              yes,   no,      no,    no,   Install,            fax,                  itself,    none},
     // For a record named after the file; the pane names its own record of the manual after the kind, which has no rank.
     // One in an archive is set aside, because the host has its own.
-    {"Manual.pkg",           yes, no,  none,               no,  itself,               itself,    no,  none},
+    {"Manual.pkg",           yes,   no,      no,    no,   none,               itself,               itself,    none},
     // Added by the pane, not chosen by the user, so there is nothing to report.
-    {uninstallerKind,        yes, no,  none,               no,  itself,               itself,    no,  none},
+    {uninstallerKind,        yes,   no,      no,    no,   none,               itself,               itself,    none},
 
     // Behind all others, as they come.
     // Only the host knows it: reported, but without a place, words in the string tables, or a package of the web.
-    {"Statora",              no,  yes, none,               no,  itself,               itself,    no,  none},
+    {"Statora",              no,    yes,     no,    no,   none,               itself,               itself,    none},
     // Comes behind the uninstaller, which hosts rely on. Added by the pane, like the uninstaller.
-    {manualKind,             no,  no,  none,               no,  itself,               itself,    no,  none},
+    {manualKind,             no,    no,      no,    no,   none,               itself,               itself,    none},
     // Archives still bring the two; the web flow drops their records just before it installs, hence no rank.
-    {"Scan Manager.pkg",     no,  no,  InstallScanManager, yes, text("Scan Manager"), itself,    yes, none},
-    {"Scanmate.pkg",         no,  no,  Install,            yes, text("Scanmate"),     itself,    yes, none},
+    {"Scan Manager.pkg",     no,    no,      yes,   yes,  InstallScanManager, text("Scan Manager"), itself,    none},
+    {"Scanmate.pkg",         no,    no,      yes,   yes,  Install,            text("Scanmate"),     itself,    none},
 
     // The host brings an uninstaller of its own; the applications come beside packages that are installed.
     item(uninstallerPackage,       Skip),

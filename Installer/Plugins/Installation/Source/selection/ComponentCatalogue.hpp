@@ -29,13 +29,13 @@ struct DisplayName {
 /// it, or a file name ("Printer Driver.pkg"), as the web records and the archives have it.
 struct Component {
     std::string_view name;
-    bool isRanked;                           ///< has a place in the required order, which is the catalogue's
-    bool isReported;                         ///< a kind that the host is told of
+    bool isRanked;       ///< has a place in the required order, which is the catalogue's
+    bool isReported;     ///< a kind that the host is told of
+    bool isLegacy;       ///< never installed by the web flow
+    bool bringsProfiles; ///< for the reader: `colourProfileKeys` decide, and a test holds the two together
     std::optional<ExpandedAction> inArchive; ///< nothing: the extension decides, as for unknown names
-    bool isLegacy;                           ///< never installed by the web flow
     DisplayName web;                         ///< in the web flow's status line
     DisplayName media;                       ///< in the media flow's
-    bool bringsProfiles;                     ///< for the reader: `colourProfileKeys` decide, a test holds both together
     std::optional<Flow> printerDriverOf;     ///< the flow whose printer driver it is
 };
 
