@@ -14,3 +14,6 @@ NSString *VantTemporaryPath(NSString *relativePath);
 
 /// The folder that holds the host application's bundle, which is the root of the installation media.
 NSString *VantMediaRoot(void);
+
+/// The path of an installation package among the host application's resources; nil when the host lacks it.
+NSString *VantHostPackagePath(NSString *name);

@@ -15,3 +15,7 @@ NSString *VantTemporaryPath(NSString *relativePath) {
 NSString *VantMediaRoot(void) {
     return [[[NSBundle mainBundle] bundlePath] stringByDeletingLastPathComponent];
 }
+
+NSString *VantHostPackagePath(NSString *name) {
+    return [[NSBundle mainBundle] pathForResource:name ofType:@"pkg"];
+}

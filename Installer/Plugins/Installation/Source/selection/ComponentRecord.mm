@@ -1,6 +1,7 @@
 #import "selection/ComponentRecord.h"
 
 #import "base/Bridge.h"
+#import "base/Locations.h"
 #include "selection/ComponentCatalogue.hpp"
 
 NSString *const VantLocationKey = @"LOCATION";
@@ -30,15 +31,10 @@ NSMutableDictionary *VantWebRecord(NSString *installerPath, NSString *componentN
     return record;
 }
 
-static NSMutableDictionary *hostPackageRecord(NSString *resource, std::string_view kind, NSString *origin) {
-    NSString *path = [[NSBundle mainBundle] pathForResource:resource ofType:@"pkg"];
-    return VantWebRecord(path, vant::nsString(kind), origin);
-}
-
 NSMutableDictionary *VantManualRecord(void) {
-    return hostPackageRecord(@"Manual", vant::manualKind, @"MANUAL");
+    return VantWebRecord(VantHostPackagePath(@"Manual"), vant::nsString(vant::manualKind), @"MANUAL");
 }
 
 NSMutableDictionary *VantUninstallerRecord(void) {
-    return hostPackageRecord(@"Uninstaller", vant::uninstallerKind, @"Uninstaller");
+    return VantWebRecord(VantHostPackagePath(@"Uninstaller"), vant::nsString(vant::uninstallerKind), @"Uninstaller");
 }

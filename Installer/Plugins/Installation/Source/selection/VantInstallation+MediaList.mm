@@ -1,6 +1,7 @@
 #import "selection/VantInstallation+MediaList.h"
 
 #import "base/Bridge.h"
+#import "base/Locations.h"
 #import "base/PropertyList.h"
 #import "base/Retained.h"
 #import "selection/ComponentRecord.h"
@@ -9,10 +10,6 @@
 #import "selection/VantInstallation+PackageLists.h"
 #import "shell/VantInstallation+HostLink.h"
 #import "shell/VantInstallation+UserSettings.h"
-
-static std::optional<std::string> hostPackagePath(NSString *name) {
-    return vant::optionalUTF8([[NSBundle mainBundle] pathForResource:name ofType:@"pkg"]);
-}
 
 @implementation VantInstallation (MediaList)
 
@@ -55,9 +52,9 @@ static std::optional<std::string> hostPackagePath(NSString *name) {
     vant::MediaSources sources;
     for (id entry in selectedarrXML1)
         sources.selection.push_back(VantMediaComponentOfEntry(entry));
-    sources.uninstaller = hostPackagePath(@"Uninstaller");
+    sources.uninstaller = vant::optionalUTF8(VantHostPackagePath(@"Uninstaller"));
     sources.secondScanDriver = vant::optionalUTF8([self secondScanDriverLocation]);
-    sources.manual = hostPackagePath(@"Manual");
+    sources.manual = vant::optionalUTF8(VantHostPackagePath(@"Manual"));
     sources.manualWanted = [self isManualWanted];
     for (const vant::MediaComponent &component : vant::addedMediaComponents(sources))
         [self addPackage:VantMediaRecord(vant::nsStringOrNil(component.location), vant::nsStringOrNil(component.kind))
