@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <set>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace vant::test;
@@ -119,7 +120,7 @@ TEST_F(ICCProfiles, AnExistingProfileKeepsItsContent) {
     EXPECT_EQ(contentsOf(target / "a.icc"), "old");
     EXPECT_EQ(contentsOf(target / "b.icc"), "b");
     EXPECT_EQ(tracedCount("Copy from ["), 1);
-    EXPECT_EQ(tracedCount("Copy from [" + staging.string() + "/b.icc] To [" + target.string() + "/b.icc]"), 1)
+    EXPECT_EQ(tracedCount("Copy from [" + staging.string() + "/b.icc] To [" + target.string() + "//b.icc]"), 1)
         << trace();
 }
 
@@ -237,6 +238,36 @@ TEST_F(ICCProfiles, LinksInTheSourceLeaveWhatTheyPointToAlone) {
     EXPECT_EQ(items(outside), Names{"real.icc"});
     EXPECT_EQ(contentsOf(outside / "real.icc"), "outside");
     EXPECT_FALSE(fs::exists(staging));
+}
+
+TEST_F(ICCProfiles, WhatIsNoFileIsPassedOver) {
+    writeFile(source / "plain.icc", "plain");
+    ASSERT_EQ(mkfifo((source / "pipe.icc").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((source / "pipe.zip").c_str(), 0600), 0);
+    fs::create_directories(source / "folder.icc");
+    installFor(@"Scanmate.pkg");
+    EXPECT_EQ(installed(), Names{"plain.icc"});
+    EXPECT_EQ(tracedCount("ICC FILE===>"), 1);
+    EXPECT_FALSE(fs::exists(staging));
+}
+
+TEST_F(ICCProfiles, APipeInTheStagingFolderIsPassedOverToo) {
+    fs::create_directories(staging);
+    fs::create_directories(source);
+    ASSERT_EQ(mkfifo((staging / "pipe.icc").c_str(), 0600), 0);
+    writeFile(staging / "left.icc", "left");
+    installFor(@"Scanmate.pkg");
+    EXPECT_EQ(installed(), Names{"left.icc"});
+}
+
+TEST_F(ICCProfiles, NamesThatLookLikePathsElsewhereAreNames) {
+    const Names names{"~.icc", "~tester.icc", "C:x.icc", "a:b.icc"};
+    for (const std::string &name : names)
+        writeFile(source / name, "content of " + name);
+    installFor(@"Scanmate.pkg");
+    EXPECT_EQ(installed(), names);
+    for (const std::string &name : names)
+        EXPECT_EQ(contentsOf(target / name), "content of " + name);
 }
 
 TEST_F(ICCProfiles, ADamagedArchiveDoesNotKeepThePlainProfilesBack) {

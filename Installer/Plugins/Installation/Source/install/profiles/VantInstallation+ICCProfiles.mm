@@ -2,9 +2,12 @@
 
 #import "base/Bridge.h"
 #import "base/Locations.h"
+#include "base/Paths.hpp"
 #import "install/tasks/VantInstallation+ShellTasks.h"
 
 #include "install/profiles/ColourProfiles.hpp"
+
+#include <sys/stat.h>
 
 static NSString *const targetFolder = @"~/Library/Preferences/Kelscan/Quorvel Universal Scan Driver/Profiles/";
 
@@ -13,11 +16,20 @@ static BOOL isFolder(NSString *path) {
     return [[NSFileManager defaultManager] fileExistsAtPath:path isDirectory:&folder] && folder;
 }
 
+/// One may be tempted to believe the creation's answer, but not every platform says no where a file has the name.
 static BOOL ensureFolder(NSString *path) {
-    return isFolder(path) || [[NSFileManager defaultManager] createDirectoryAtPath:path
-                                                       withIntermediateDirectories:YES
-                                                                        attributes:nil
-                                                                             error:nullptr];
+    if (!isFolder(path))
+        [[NSFileManager defaultManager] createDirectoryAtPath:path
+                                  withIntermediateDirectories:YES
+                                                   attributes:nil
+                                                        error:nullptr];
+    return isFolder(path);
+}
+
+/// Whether something other than a file lies there: a folder, or a pipe, whose reading would never end.
+static bool isNoFile(NSString *path) {
+    struct stat found {};
+    return ::stat([path fileSystemRepresentation], &found) == 0 && !S_ISREG(found.st_mode);
 }
 
 /// Copies an item that is not there yet. The error of a failure is stored; a success leaves the slot as it is, so that
@@ -28,8 +40,9 @@ static void copyItem(NSString *source, NSString *destination, NSError **slot) {
         *slot = error;
 }
 
-static vant::ProfileFile kindOf(NSString *name) {
-    return vant::profileFileOfExtension(vant::utf8([name pathExtension]));
+static vant::ProfileFile kindOfItem(NSString *name, NSString *path) {
+    const vant::ProfileFile kind = vant::profileFileOfExtension(vant::pathExtension(vant::utf8(name)));
+    return kind != vant::ProfileFile::Other && isNoFile(path) ? vant::ProfileFile::Other : kind;
 }
 
 @implementation VantInstallation (ICCProfiles)
@@ -55,7 +68,8 @@ static vant::ProfileFile kindOf(NSString *name) {
     NSString *archive = [self stageProfilesOf:sourceFolder in:staging];
     if (archive != nil)
         [self unzip:archive ExtractPath:staging];
-    NSString *target = [targetFolder stringByExpandingTildeInPath];
+    // With the slash at its end, which expanding the tilde takes away: the paths in the log have it twice.
+    NSString *target = [[targetFolder stringByExpandingTildeInPath] stringByAppendingString:@"/"];
     if (!ensureFolder(target)) {
         // The staging folder stays behind: the next matching package takes it up again.
         [self trace:@"ERROR!!! Creating Kelscan/Quorvel Universal Scan Driver"];
@@ -71,12 +85,13 @@ static vant::ProfileFile kindOf(NSString *name) {
     NSError *failure = nil;
     for (NSString *name in [[NSFileManager defaultManager] contentsOfDirectoryAtPath:sourceFolder error:nullptr]) {
         NSString *staged = [NSString stringWithFormat:@"%@/%@", staging, name];
-        const vant::ProfileFile kind = kindOf(name);
+        NSString *source = [sourceFolder stringByAppendingString:name];
+        const vant::ProfileFile kind = kindOfItem(name, source);
         if (kind == vant::ProfileFile::Archive)
             archive = staged;
         if (kind != vant::ProfileFile::Other) {
             [self trace:@"ICC FILE===>: %@", name];
-            copyItem([sourceFolder stringByAppendingString:name], staged, &failure);
+            copyItem(source, staged, &failure);
         }
         // One failure is told again under every later name: support reads from it how far the staging was whole.
         if (failure != nil)
@@ -90,12 +105,12 @@ static vant::ProfileFile kindOf(NSString *name) {
     NSFileManager *files = [NSFileManager defaultManager];
     NSError *failure = nil;
     for (NSString *relativePath in [files enumeratorAtPath:staging]) {
-        if (kindOf(relativePath) != vant::ProfileFile::Profile)
+        NSString *staged = [NSString stringWithFormat:@"%@/%@", staging, relativePath];
+        if (kindOfItem(relativePath, staged) != vant::ProfileFile::Profile)
             continue;
         const vant::ProfileTarget at = vant::profileTarget(vant::utf8(target), vant::utf8(relativePath));
         NSString *tested = vant::nsString(at.tested);
         if (![files fileExistsAtPath:tested]) {
-            NSString *staged = [NSString stringWithFormat:@"%@/%@", staging, relativePath];
             [self trace:@"Copy from [%@] To [%@]", staged, tested];
             copyItem(staged, vant::nsString(at.destination), &failure);
         }
