@@ -116,6 +116,14 @@ TEST_F(TraceLog, ALogThatIsNotUTF8IsNeverTouched) {
     EXPECT_EQ(content(), foreign);
 }
 
+TEST_F(TraceLog, ALogKeepsEveryByteItBeginsWith) {
+    for (const std::string &head : {std::string("\xEF\xBB\xBFmarked"), std::string("\xEF\xBF\xBEswapped")}) {
+        writeFile(traceLog(), head);
+        [logger logVantTrace:@"one" flush:YES];
+        EXPECT_EQ(contentsOf(traceLog()).substr(0, head.size() + 1), head + "\n");
+    }
+}
+
 TEST_F(TraceLog, AnEntryReplacesTheFileAndLeavesNothingBeside) {
     [logger logVantTrace:@"one" flush:YES];
     const int first = open(traceLog().c_str(), O_RDONLY);

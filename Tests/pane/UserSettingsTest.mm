@@ -28,6 +28,14 @@ std::string repeated(const std::string &text, std::size_t count) {
     return result;
 }
 
+/// Plain text in UTF-16 with its byte order mark.
+std::string utf16(const std::string &text, bool isBigEndian) {
+    std::string bytes = isBigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (const char letter : text)
+        bytes += isBigEndian ? std::string{'\0', letter} : std::string{letter, '\0'};
+    return bytes;
+}
+
 const std::string xmlHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">";
 
 } // namespace
@@ -85,6 +93,19 @@ TEST_F(UserSettings, MayBeXMLBinaryOrOldStyle) {
     }
     writeBytes("{ \"Smart Update\" = 1; Debug = debug_on; }");
     EXPECT_EQ(switches(), "101");
+}
+
+TEST_F(UserSettings, MayBeginWithAByteOrderMarkOrBeUTF16OrLackTheirBraces) {
+    const std::string oldStyle = "{ \"Smart Update\" = \"1\"; Debug = \"debug_on\"; }";
+    const std::string xml = xmlHead + "<dict><key>Smart Update</key><string>1</string><key>Debug</key>"
+                                      "<string>debug_on</string></dict></plist>";
+    const std::string strings = "\"Smart Update\" = \"1\";\nDebug = \"debug_on\";\n";
+    const std::string mark = "\xEF\xBB\xBF";
+    for (const std::string &bytes : {mark + oldStyle, mark + xml, utf16(oldStyle, false), utf16(oldStyle, true),
+                                     strings, mark + strings, utf16(strings, false)}) {
+        writeBytes(bytes);
+        EXPECT_EQ(switches(), "101") << bytes;
+    }
 }
 
 TEST_F(UserSettings, OfAnotherTypeOrUnreadableCountAsAbsent) {

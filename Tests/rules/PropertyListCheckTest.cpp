@@ -1,5 +1,6 @@
 #include "base/PropertyListCheck.hpp"
 
+#include <chrono>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
@@ -230,6 +231,21 @@ TEST(BinaryPropertyList, EveryTruncationIsRefused) {
     ASSERT_TRUE(vant::isBinaryPropertyListSound(whole));
     for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_FALSE(vant::isBinaryPropertyListSound(whole.substr(0, length))) << length;
+}
+
+TEST(PropertyListCheck, CostGrowsWithTheTextWhateverItHolds) {
+    // Each of these made every "<" a reading to the end of the text. Quadratic work on them takes minutes.
+    for (const std::string_view piece : {"<", "<'", "<\"", "<a '\"", "<!", "</"}) {
+        const std::string text = "<plist>" + repeated(piece, 100000);
+        const auto begin = std::chrono::steady_clock::now();
+        static_cast<void>(vant::isPropertyListSafeToParse(text));
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10)) << piece;
+    }
+}
+
+TEST(PropertyListCheck, ATagThatIsTooLongCountsAsOpening) {
+    EXPECT_EQ(vant::markupNesting("<a x=\"" + std::string(200, 'x') + "\"/>"), 0U);
+    EXPECT_EQ(vant::markupNesting("<a x=\"" + std::string(300, 'x') + "\"/>"), 1U);
 }
 
 } // namespace

@@ -22,10 +22,14 @@ std::size_t endOf(std::string_view text, std::string_view terminator, std::size_
     return at == std::string_view::npos ? text.size() : at + terminator.size();
 }
 
+/// No tag of a property list is longer. The bound keeps a text of unfinished tags from being read to its end once for
+/// each of them.
+constexpr std::size_t longestTag = 256;
+
 /// Where the tag's ">" stands, which inside quotes is an ordinary character; the text's size without one.
 std::size_t endOfTag(std::string_view text) noexcept {
     char quote = '\0';
-    for (std::size_t i = 1; i < text.size(); ++i) {
+    for (std::size_t i = 1; i < std::min(text.size(), longestTag); ++i) {
         const char c = text[i];
         if (quote != '\0')
             quote = c == quote ? '\0' : quote;
@@ -50,7 +54,8 @@ Markup readMarkup(std::string_view text) noexcept {
     if (text.starts_with("</"))
         return {Tag::closing, 2};
     const std::size_t end = endOfTag(text);
-    // An unfinished tag takes up its "<" alone, so that a stray quote hides nothing that follows it.
+    // An unfinished tag, or one that is too long, takes up its "<" alone, so that a stray quote hides nothing that
+    // follows it.
     if (end == text.size())
         return {Tag::opening, 1};
     return {text[end - 1] == '/' ? Tag::neither : Tag::opening, end + 1};

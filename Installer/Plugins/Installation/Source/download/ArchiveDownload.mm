@@ -17,8 +17,18 @@ NSString *const userAgent = @"Mozilla/5.0 (Macintosh; Intel Mac OS X 10_6_8) App
 NSString *const accepted = @"text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8";
 constexpr NSTimeInterval timeOut = 60.0;
 
+/// Newer systems escape what may not stand in an address, and would ask for another file than the host named; where
+/// they can, they are asked not to.
+NSURL *urlAsGiven(NSString *address) {
+    const SEL asGiven = @selector(URLWithString:encodingInvalidCharacters:);
+    if (![NSURL respondsToSelector:asGiven])
+        return [NSURL URLWithString:address];
+    using Constructor = NSURL *(*)(id, SEL, NSString *, BOOL);
+    return reinterpret_cast<Constructor>([NSURL methodForSelector:asGiven])([NSURL class], asGiven, address, NO);
+}
+
 NSURLRequest *requestFor(NSString *address) {
-    NSURL *url = address == nil ? nil : [NSURL URLWithString:address];
+    NSURL *url = address == nil ? nil : urlAsGiven(address);
     NSMutableURLRequest *request = [NSMutableURLRequest requestWithURL:url
                                                            cachePolicy:NSURLRequestUseProtocolCachePolicy
                                                        timeoutInterval:timeOut];

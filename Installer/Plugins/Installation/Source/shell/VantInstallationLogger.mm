@@ -1,6 +1,7 @@
 #import "shell/VantInstallationLogger.h"
 
 #import "base/Bridge.h"
+#include "base/TextBytes.hpp"
 #include "shell/TraceEntry.hpp"
 
 #include <cstdio>
@@ -46,12 +47,18 @@
 void writeToFile(NSString *path, NSString *text) {
     if (path == nil || text == nil)
         return;
-    NSString *content = text;
+    // As bytes: a string would lose a byte order mark at the head of the file.
+    NSMutableData *content = [NSMutableData data];
     if ([[NSFileManager defaultManager] fileExistsAtPath:path]) {
-        NSString *existing = [NSString stringWithContentsOfFile:path encoding:NSUTF8StringEncoding error:nullptr];
-        content = [existing stringByAppendingFormat:@"\n%@", text];
+        NSData *existing = [NSData dataWithContentsOfFile:path];
+        if (existing == nil || !vant::isUTF8({static_cast<const char *>([existing bytes]), [existing length]}))
+            return;
+        [content appendData:existing];
+        [content appendBytes:"\n" length:1];
     }
-    [content writeToFile:path atomically:YES encoding:NSUTF8StringEncoding error:nullptr];
+    const std::string added = vant::utf8(text);
+    [content appendBytes:added.data() length:added.size()];
+    [content writeToFile:path atomically:YES];
 }
 
 unsigned int readFile(NSString *path) {
