@@ -38,6 +38,8 @@ class FlowCase(unittest.TestCase):
         settings = {"timeout": LONGEST, "pictures": {}} | options
         ended = flow.run(flow.Options(flow=kind, out=self.folder / "out", build=BUILD, media=media, **settings))
         self.events = follow.read_events(ended.places.out / "timeline.txt")
+        log = (ended.places.out / "host.log").read_text(errors="replace")
+        self.assertNotIn("WARNING: ThreadSanitizer", log, "a race, or locks in two orders")
         return ended
 
     def texts(self, kind):

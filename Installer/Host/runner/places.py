@@ -98,10 +98,9 @@ class Places:
                 continue  # gone meanwhile, or not ours to look into
 
     def _sanitizer_runtime(self):
-        """A sanitizer's runtime has to be loaded before any other library, so before those of LD_PRELOAD too."""
+        """A sanitizer's shared runtime has to be loaded before any other library, so before those of LD_PRELOAD too."""
         cache = (self.build / "CMakeCache.txt").read_text()
-        for sanitizer, library in (("address", "libclang_rt.asan-x86_64.so"), ("thread", "libclang_rt.tsan-x86_64.so")):
-            if f"VANT_SANITIZE:STRING={sanitizer}" in cache:
-                found = sorted(pathlib.Path("/usr/lib").glob(f"llvm-*/lib/clang/*/lib/linux/{library}"))
-                return [str(found[-1])] if found else []
-        return []
+        if "VANT_SANITIZE:STRING=address" not in cache:
+            return []
+        found = sorted(pathlib.Path("/usr/lib").glob("llvm-*/lib/clang/*/lib/linux/libclang_rt.asan-x86_64.so"))
+        return [str(found[-1])] if found else []
