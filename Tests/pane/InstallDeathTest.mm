@@ -23,7 +23,7 @@ protected:
         [NSThread detachNewThreadSelector:@selector(installCDComponentAtPath:)
                                  toTarget:pane
                                withObject:[mediaList objectAtIndex:0]];
-        static_cast<void>(waitUntil([&] { return field<double>(pane, "mProgressindicatorValue") > 0.0; }));
+        static_cast<void>(readsProgress());
         [pane setValue:@(status) forKey:@"status"];
         writeFile(go, "");
         static_cast<void>(waitUntil([&] { return [[log names] count] > 0; }));

@@ -20,6 +20,10 @@ protected:
     [[nodiscard]] bool installMedia(NSDictionary *record, double seconds = 20.0);
     [[nodiscard]] bool installWeb(NSDictionary *record, double seconds = 20.0);
 
+    /// Waits until a progress line of the running package has moved the bar, which tells the main thread that
+    /// everything before that line is done on the installer thread; false when none does.
+    [[nodiscard]] bool readsProgress();
+
     /// Lets the pane answer next-package notifications, as the views do.
     void followTheChain();
 

@@ -66,6 +66,10 @@ bool InstallTest::installWeb(NSDictionary *record, double seconds) {
     return run(@selector(installCompoentAtPath:), record, seconds);
 }
 
+bool InstallTest::readsProgress() {
+    return waitUntil([this] { return barValue() > 0.0; });
+}
+
 void InstallTest::followTheChain() {
     for (NSString *name : endings)
         [[NSNotificationCenter defaultCenter] addObserver:pane

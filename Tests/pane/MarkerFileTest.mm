@@ -19,10 +19,10 @@ protected:
         setInstaller("echo 'installer:%5.0'\nn=0; while [ ! -e '" + go +
                      "' ]; do n=$((n+1)); [ $n -gt 500 ] && exit 1; sleep 0.02; done\n" + lastLine);
         const NSUInteger before = [[log names] count];
-        field<double>(pane, "mProgressindicatorValue") = 0.0;
+        [bar setDoubleValue:0.0];
         [NSThread detachNewThreadSelector:operation toTarget:pane withObject:record];
-        // A progress value shows that the output is being read, before which the marker is made.
-        EXPECT_TRUE(waitUntil([&] { return field<double>(pane, "mProgressindicatorValue") > 0.0; }));
+        // The marker is made before the output is read.
+        EXPECT_TRUE(readsProgress());
         const bool stood = fs::exists(marker);
         if (stood) {
             EXPECT_EQ(fs::file_size(marker), 0U);

@@ -103,27 +103,22 @@ TEST_F(PackageInstaller, MoreOutcomesThanPackagesAnnounceNothing) {
 }
 
 TEST_F(PackageInstaller, TheEndOfTheOutputReplacesCompleted) {
-    setInstaller("echo 'installer:%100.000000'\nwhile [ ! -e '" + (scratch / "go").string() +
-                 "' ]; do sleep 0.02; done\n");
+    setInstaller("echo 'installer:%100.000000'\n");
     addMediaPackages(1);
-    [NSThread detachNewThreadSelector:@selector(installCDComponentAtPath:)
-                             toTarget:pane
-                           withObject:[mediaList lastObject]];
-    EXPECT_TRUE(waitUntil([&] { return outcome(@"Package 0.pkg") == "Completed"; }));
-    writeFile(scratch / "go", "");
-    EXPECT_TRUE(waitUntil([&] { return outcome(@"Package 0.pkg") == "PIPE END"; }));
+    ASSERT_TRUE(installMedia([mediaList lastObject]));
+    EXPECT_EQ(outcome(@"Package 0.pkg"), "PIPE END");
 }
 
 TEST_F(PackageInstaller, TheStatusTellsLaunchAndEnd) {
     field<int>(pane, "status") = 77;
-    const std::string go = (scratch / "go").string();
-    setInstaller("while [ ! -e '" + go + "' ]; do sleep 0.02; done\n");
-    [NSThread detachNewThreadSelector:@selector(installCDComponentAtPath:)
-                             toTarget:pane
-                           withObject:addMedia(@"Fax", @"/media/A.pkg")];
-    EXPECT_TRUE(waitUntil([&] { return field<int>(pane, "status") == 0; }));
-    writeFile(go, "");
-    EXPECT_TRUE(waitUntil([&] { return field<int>(pane, "status") == -1278; }));
+    addMediaPackages(3);
+    // This line ends the reading, so what the launch gave stays.
+    setInstaller("echo '%100'\n");
+    ASSERT_TRUE(installMedia([mediaList objectAtIndex:0]));
+    EXPECT_EQ(field<int>(pane, "status"), 0);
+    setInstaller("exit 0\n");
+    ASSERT_TRUE(installMedia([mediaList objectAtIndex:1]));
+    EXPECT_EQ(field<int>(pane, "status"), -1278);
 }
 
 TEST_F(PackageInstaller, APercent100LineEndsReadingWithoutAnOutcome) {
