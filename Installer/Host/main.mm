@@ -13,6 +13,7 @@ static void registerDefaults(void) {
 /// The platform reads the languages that tables are looked up in once, from the arguments, before any other code runs.
 static void startProcess(const std::vector<std::string> &arguments, char **environment) {
     std::vector<char *> texts;
+    texts.reserve(arguments.size());
     for (const std::string &argument : arguments)
         texts.push_back(const_cast<char *>(argument.c_str()));
     [NSProcessInfo initializeWithArguments:texts.data() count:static_cast<int>(texts.size()) environment:environment];

@@ -51,7 +51,7 @@ static NSString *const VantURLDownloadLoopKey = @"VantURLDownloadLoop";
 
 - (std::shared_ptr<vant::Transfer>)startRequest:(vant::DownloadRequest)request
                                        listener:(std::shared_ptr<vant::DownloadListener>)listener {
-    const auto transfer = _engine.start(std::move(request), std::move(listener));
+    auto transfer = _engine.start(std::move(request), std::move(listener));
     [self updateWatching];
     return transfer;
 }

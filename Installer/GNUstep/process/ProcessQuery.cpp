@@ -20,6 +20,7 @@ pid_t parentOf(pid_t pid) {
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the platform declares it so.
 int sysctl(int *name, unsigned int nameLength, void *oldValue, size_t *oldLength, void * /*newValue*/,
            size_t /*newLength*/) {
     if (nameLength != 4 || name[0] != CTL_KERN || name[1] != KERN_PROC || name[2] != KERN_PROC_PID) {

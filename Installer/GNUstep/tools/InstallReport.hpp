@@ -25,7 +25,7 @@ public:
     void fail(std::string_view reason);
 
 private:
-    void message(std::string_view text);
+    static void message(std::string_view text);
     void phase(std::string_view text);
     void state(std::string_view text);
     void percent(double value);

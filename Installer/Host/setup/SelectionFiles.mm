@@ -42,7 +42,7 @@ static void copySelection(NSString *source, NSString *base, NSString *target) {
         return;
     id list = nil;
     NS_DURING
-    list = [NSPropertyListSerialization propertyListWithData:data options:0 format:NULL error:NULL];
+    list = [NSPropertyListSerialization propertyListWithData:data options:0 format:nullptr error:nullptr];
     NS_HANDLER
     NSLog(@"%@ is no property list: %@", source, [localException reason]);
     NS_ENDHANDLER
@@ -53,7 +53,7 @@ static void copySelection(NSString *source, NSString *base, NSString *target) {
     [[NSPropertyListSerialization dataWithPropertyList:withAbsoluteLocations(list, base, false)
                                                 format:NSPropertyListXMLFormat_v1_0
                                                options:0
-                                                 error:NULL] writeToFile:target atomically:YES];
+                                                 error:nullptr] writeToFile:target atomically:YES];
 }
 
 /// The media's choices for the flow: their own for the web flow when there are such, else those of the media flow.
@@ -82,7 +82,7 @@ void VantWriteSelectionFiles(const HostSettings &settings) {
     [files createDirectoryAtPath:[working stringByAppendingPathComponent:@"CD"]
         withIntermediateDirectories:YES
                          attributes:nil
-                              error:NULL];
+                              error:nullptr];
     copySelection([settings.media stringByAppendingPathComponent:mediaSelectionFile], settings.media,
                   [working stringByAppendingPathComponent:@"CD/SelectedInput.plist"]);
     copySelection(settings.webSelection, settings.site, [working stringByAppendingPathComponent:mediaSelectionFile]);

@@ -148,7 +148,7 @@ static void drawSpinner(NSRect bounds, int count) {
                  hitPart:(NSScrollerPart)hitPart
             isHorizontal:(BOOL)isHorizontal {
     (void)isHorizontal;
-    NSScroller *scroller = (NSScroller *)view;
+    auto *scroller = (NSScroller *)view;
     [paint(paper) set];
     NSRectFill(rect);
     const NSRect knob = NSInsetRect([scroller rectForPart:NSScrollerKnob], 3, 3);
