@@ -1,6 +1,6 @@
 // Downloads every address given into a folder, all at once on the main run loop, as the pane does.
 // Usage: DownloadBench FOLDER ADDRESS...   Exit status 0 when all have finished. It prints the seconds that this took
-// and the processor's seconds, the process's start not included, and the process's peak memory in KiB.
+// and the CPU seconds, without the process's start, and the process's peak memory in KiB.
 #import <Foundation/Foundation.h>
 
 #include <chrono>

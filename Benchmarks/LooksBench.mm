@@ -1,5 +1,5 @@
 #import "BenchHost.h"
-#import "install/chain/VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+InstallChain.h"
 #import "slides/VantInstallation+SlideRotation.h"
 
 #include <cstdio>

@@ -1,5 +1,5 @@
 #import "BenchHost.h"
-#import "install/chain/VantInstallation+MediaFlow.h"
+#import "install/chain/VantInstallation+InstallChain.h"
 #import "install/chain/VantInstallation+UnpackChain.h"
 #import "install/profiles/VantInstallation+ICCProfiles.h"
 #import "shell/Notifications.h"
@@ -79,7 +79,7 @@ void measureCreation() {
     std::printf("seconds %.4f peak_kb %ld\n", secondsSince(start), peakMemory());
 }
 
-/// The reference of the creation: a host that opens the same interface description and nothing else.
+/// The reference of the creation: a host that opens the same nib and nothing else.
 void measureOpening() {
     NSBundle *bundle = [NSBundle bundleWithPath:@VANT_BENCH_BUNDLE];
     id owner = [[bundle principalClass] alloc];
