@@ -59,7 +59,7 @@ protected:
 };
 
 TEST_F(ComponentTable, HasTheFourColumnsWithTheirCells) {
-    EXPECT_EQ([[table tableColumns] count], 4u);
+    EXPECT_EQ([[table tableColumns] count], 4U);
     EXPECT_TRUE([[[table tableColumnWithIdentifier:@"check"] dataCell] isKindOfClass:[NSButtonCell class]]);
     EXPECT_TRUE([[[table tableColumnWithIdentifier:@"spinner"] dataCell]
         isKindOfClass:bundleClass(@"BDContinuousProgressCell")]);
@@ -119,7 +119,7 @@ TEST_F(ComponentTable, ScrollingTakesOutWhatLeavesSightAndPutsInWhatComes) {
 TEST_F(ComponentTable, ReloadingWithFewerRowsLeavesNoIndicatorBehind) {
     setRows(3);
     ASSERT_TRUE(settles());
-    EXPECT_EQ(indicators(), 6u);
+    EXPECT_EQ(indicators(), 6U);
     setRows(1);
     EXPECT_TRUE(waitUntil([this] { return indicators() == 2; }, 5));
     setRows(0);

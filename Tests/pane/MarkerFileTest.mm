@@ -1,4 +1,5 @@
 #import "install/package/VantInstallation+PackageInstaller.h"
+#import "install/status/VantInstallation+StatusLine.h"
 
 #import "InstallTest.h"
 #include "Jail.hpp"
@@ -19,7 +20,7 @@ protected:
         setInstaller("echo 'installer:%5.0'\nn=0; while [ ! -e '" + go +
                      "' ]; do n=$((n+1)); [ $n -gt 500 ] && exit 1; sleep 0.02; done\n" + lastLine);
         const NSUInteger before = [[log names] count];
-        [bar setDoubleValue:0.0];
+        [pane updateProgressWithDoubleValue:0.0];
         [NSThread detachNewThreadSelector:operation toTarget:pane withObject:record];
         // The marker is made before the output is read.
         EXPECT_TRUE(readsProgress());
