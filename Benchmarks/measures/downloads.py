@@ -62,7 +62,8 @@ def layer(bench, work, addresses):
 def costs(*command):
     """Seconds and the CPU's seconds of a whole command."""
     before, start = resource.getrusage(resource.RUSAGE_CHILDREN), time.perf_counter()
-    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+    # Side by side, curl shows its progress even when told to be silent.
+    subprocess.run(command, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     elapsed, after = time.perf_counter() - start, resource.getrusage(resource.RUSAGE_CHILDREN)
     return elapsed, after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
 

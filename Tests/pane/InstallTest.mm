@@ -95,10 +95,10 @@ std::string InstallTest::trace() const {
     return contentsOf(traceLog());
 }
 
-int InstallTest::tracedCount(std::string_view sought) const {
+int InstallTest::tracedCount(std::string_view text) const {
     const std::string written = trace();
     int count = 0;
-    for (std::size_t at = written.find(sought); at != std::string::npos; at = written.find(sought, at + 1))
+    for (std::size_t at = written.find(text); at != std::string::npos; at = written.find(text, at + 1))
         ++count;
     return count;
 }

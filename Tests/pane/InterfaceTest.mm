@@ -71,7 +71,7 @@ TEST_F(Interface, EveryControlOfThePaneIsConnected) {
 TEST_F(Interface, SlideControlsSendTheirTagToChangeImage) {
     const std::pair<const char *, NSInteger> controls[] = {{"radioButton", 0}, {"backButton", 1}, {"nextButton", 2}};
     for (const auto &[name, tag] : controls) {
-        NSControl *each = control<NSControl>(name);
+        auto *each = control<NSControl>(name);
         EXPECT_EQ([each tag], tag) << name;
         EXPECT_EQ((id)[each target], pane) << name;
         EXPECT_EQ(text(NSStringFromSelector([each action])), "changeImage:") << name;
@@ -79,7 +79,7 @@ TEST_F(Interface, SlideControlsSendTheirTagToChangeImage) {
 }
 
 TEST_F(Interface, OpensOnTheFirstOfTwoPages) {
-    NSMatrix *dots = control<NSMatrix>("radioButton");
+    auto *dots = control<NSMatrix>("radioButton");
     EXPECT_EQ([dots numberOfRows], 1);
     EXPECT_EQ([dots numberOfColumns], 2);
     EXPECT_EQ([dots selectedColumn], 0);
@@ -117,7 +117,7 @@ TEST_F(Interface, TextsCannotBeEdited) {
 TEST_F(Interface, BarsAreShownAndHiddenAtOnce) {
     for (const char *name :
          {"mVTPackageDownloadProg", "mVTPackageInstallationProg", "mVTPackageInstallationProgDummy"}) {
-        NSProgressIndicator *bar = control<NSProgressIndicator>(name);
+        auto *bar = control<NSProgressIndicator>(name);
         [bar setHidden:NO];
         EXPECT_FALSE([bar isHidden]) << name;
         [bar setHidden:YES];
@@ -146,12 +146,12 @@ TEST_F(Interface, KeyboardFocusGoesRoundAllControls) {
 
 TEST_F(Interface, ControlsWithoutATextAreDescribed) {
     for (const char *name : {"backButton", "nextButton", "radioButton", "list1"})
-        EXPECT_GT([[control<NSView>(name) toolTip] length], 0u) << name;
+        EXPECT_GT([[control<NSView>(name) toolTip] length], 0U) << name;
 }
 
 TEST_F(Interface, TheLinkIsBlueAndUnderlined) {
     NSAttributedString *title = [link() attributedTitle];
-    ASSERT_GT([title length], 0u);
+    ASSERT_GT([title length], 0U);
     EXPECT_TRUE([[NSColor blueColor] isEqual:[title attribute:NSForegroundColorAttributeName
                                                         atIndex:0
                                                  effectiveRange:nullptr]]);
@@ -182,8 +182,8 @@ TEST_F(Interface, NothingIsClippedInAnyLanguage) {
                 NSString *key = [NSString stringWithFormat:@"%s.%s", page, part];
                 NSString *filled = [[words objectForKey:key] stringByReplacingOccurrencesOfString:@"__MFG__"
                                                                                        withString:@"Quorvel"];
-                ASSERT_GT([filled length], 0u) << folder.path() << ' ' << text(key);
-                NSTextField *field = control<NSTextField>(name);
+                ASSERT_GT([filled length], 0U) << folder.path() << ' ' << text(key);
+                auto *field = control<NSTextField>(name);
                 EXPECT_LE(heightFor(field, filled), [field bounds].size.height) << folder.path() << ' ' << text(key);
             };
             check("TITLE", "productTitle");

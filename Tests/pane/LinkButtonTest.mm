@@ -42,11 +42,11 @@ TEST_F(LinkButton, AColourKeepsFontAndOtherAttributes) {
 TEST_F(LinkButton, AnEmptyTitleTakesAColourWithoutAFault) {
     [button setAttributedTitle:[[[NSAttributedString alloc] initWithString:@""] autorelease]];
     [button setTextColor:[NSColor redColor]];
-    EXPECT_EQ([[button attributedTitle] length], 0u);
+    EXPECT_EQ([[button attributedTitle] length], 0U);
 }
 
 TEST_F(LinkButton, IsTrackedForHoverAndCursorInTheKeyWindowOnly) {
-    EXPECT_EQ([area() options], 37u);
+    EXPECT_EQ([area() options], 37U);
     EXPECT_EQ([area() options], NSTrackingMouseEnteredAndExited | NSTrackingCursorUpdate | NSTrackingActiveInKeyWindow);
     EXPECT_EQ([area() owner], button);
     EXPECT_EQ([area() userInfo], nil);
@@ -62,7 +62,7 @@ TEST_F(LinkButton, AnUpdateReplacesTheAreaByOneOverTheNewBounds) {
     [button setFrameSize:NSMakeSize(55, 12)];
     [button updateTrackingAreas];
     EXPECT_TRUE(NSEqualRects([area() rect], NSMakeRect(0, 0, 55, 12)));
-    EXPECT_EQ([[button trackingAreas] count], 1u);
+    EXPECT_EQ([[button trackingAreas] count], 1U);
     EXPECT_EQ([[button trackingAreas] lastObject], area());
 }
 

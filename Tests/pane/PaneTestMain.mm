@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <iostream>
 #include <sstream>
+#include <string>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -72,8 +73,8 @@ void setEnvironment(const Jail &jail) {
     setVariable("NSS_WRAPPER_GROUP", jail.path("group").string());
     // The sanitizer's runtime must come before anything else that is preloaded, and bears no library bound on its own.
     setVariable("NSS_WRAPPER_DISABLE_DEEPBIND", "1");
-    const std::string sanitizer = VANT_SANITIZER_RUNTIME;
-    setVariable("LD_PRELOAD", sanitizer.empty() ? "libnss_wrapper.so" : sanitizer + ":libnss_wrapper.so");
+    constexpr const char *sanitizer = VANT_SANITIZER_RUNTIME;
+    setVariable("LD_PRELOAD", *sanitizer == '\0' ? "libnss_wrapper.so" : std::string(sanitizer) + ":libnss_wrapper.so");
 }
 
 /// Ends what the test process has left running: the platform starts a daemon for each home folder, and a test may leave

@@ -115,7 +115,7 @@ TEST_F(ProgressCell, SettingTheOnlyReferenceAgainKeepsItAlive) {
     [cell performSelector:@selector(setProgress:) withObject:indicator];
     [indicator release];
     [cell performSelector:@selector(setProgress:) withObject:indicator];
-    EXPECT_EQ([indicator retainCount], 1u);
+    EXPECT_EQ([indicator retainCount], 1U);
 }
 
 TEST_F(ProgressCell, ACopySharesTheIndicator) {
