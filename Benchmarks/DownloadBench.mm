@@ -3,6 +3,7 @@
 // and the CPU seconds, without the process's start, and the process's peak memory in KiB.
 #import <Foundation/Foundation.h>
 
+#include "PeakMemory.hpp"
 #include <chrono>
 #include <cstdio>
 #include <sys/resource.h>
@@ -64,7 +65,7 @@ int main(int argc, char **argv) {
         const rusage after = usage();
         printf("%.4f %.4f %ld\n", elapsed.count(),
                seconds(after.ru_utime) + seconds(after.ru_stime) - seconds(before.ru_utime) - seconds(before.ru_stime),
-               after.ru_maxrss);
+               vant::bench::peakMemory());
         return delegate->failed == 0 ? 0 : 1;
     }
 }

@@ -5,6 +5,8 @@
 #import "shell/Notifications.h"
 #import "shell/VantInstallation.h"
 
+#include "PeakMemory.hpp"
+
 #include <atomic>
 #include <cctype>
 #include <chrono>
@@ -43,16 +45,6 @@ int zombies() {
             ++count;
     }
     return count;
-}
-
-/// Peak resident memory in kilobytes.
-long peakMemory() {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("VmHWM:"))
-            return std::strtol(line.c_str() + 6, nullptr, 10);
-    }
-    return 0;
 }
 
 /// A media run of `count` packages, without the delay before the first.

@@ -55,7 +55,7 @@ def compare(bench, work, address, what, rounds, files):
 def layer(bench, work, addresses):
     """Seconds, the CPU's seconds and the peak in KiB of the layer's own downloads."""
     words = subprocess.run([bench.build / "Benchmarks/DownloadBench", work / "ours", *addresses],
-                           check=True, capture_output=True, text=True).stdout.split()
+                           check=True, stdout=subprocess.PIPE, text=True).stdout.split()
     return float(words[0]), float(words[1]), int(words[2])
 
 
