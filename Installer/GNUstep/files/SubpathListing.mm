@@ -32,8 +32,10 @@ NSArray *subpaths(NSFileManager *files, SEL /*command*/, NSString *path) {
 @implementation VantSubpathListing
 
 + (void)load {
-    Method method = class_getInstanceMethod([NSFileManager class], @selector(subpathsAtPath:));
-    method_setImplementation(method, reinterpret_cast<IMP>(subpaths));
+    @autoreleasepool {
+        Method method = class_getInstanceMethod([NSFileManager class], @selector(subpathsAtPath:));
+        method_setImplementation(method, reinterpret_cast<IMP>(subpaths));
+    }
 }
 
 @end

@@ -35,8 +35,11 @@ BOOL openFile(NSWorkspace *workspace, SEL command, NSString *path) {
 @implementation VantWorkspaceFolders
 
 + (void)load {
-    Method method = class_getInstanceMethod([NSWorkspace class], @selector(openFile:));
-    originalOpenFile = reinterpret_cast<FileOpener>(method_setImplementation(method, reinterpret_cast<IMP>(openFile)));
+    @autoreleasepool {
+        Method method = class_getInstanceMethod([NSWorkspace class], @selector(openFile:));
+        originalOpenFile =
+            reinterpret_cast<FileOpener>(method_setImplementation(method, reinterpret_cast<IMP>(openFile)));
+    }
 }
 
 @end

@@ -41,8 +41,10 @@ NSDictionary *taskEnvironment(NSTask *task, SEL /*command*/) {
 @implementation VantToolPath
 
 + (void)load {
-    vant::appendToPath(vant::carriedTools());
-    class_replaceMethod([NSTask class], @selector(environment), reinterpret_cast<IMP>(taskEnvironment), "@@:");
+    @autoreleasepool {
+        vant::appendToPath(vant::carriedTools());
+        class_replaceMethod([NSTask class], @selector(environment), reinterpret_cast<IMP>(taskEnvironment), "@@:");
+    }
 }
 
 @end

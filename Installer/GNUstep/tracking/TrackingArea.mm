@@ -24,10 +24,12 @@ id initialiseArea(id area, SEL command, NSRect rect, NSTrackingAreaOptions optio
 @implementation VantTrackingAreaMend
 
 + (void)load {
-    SEL name = @selector(initWithRect:options:owner:userInfo:);
-    Method method = class_getInstanceMethod([NSTrackingArea class], name);
-    originalInitialiser =
-        reinterpret_cast<AreaInitialiser>(method_setImplementation(method, reinterpret_cast<IMP>(initialiseArea)));
+    @autoreleasepool {
+        SEL name = @selector(initWithRect:options:owner:userInfo:);
+        Method method = class_getInstanceMethod([NSTrackingArea class], name);
+        originalInitialiser =
+            reinterpret_cast<AreaInitialiser>(method_setImplementation(method, reinterpret_cast<IMP>(initialiseArea)));
+    }
 }
 
 @end
