@@ -8,12 +8,10 @@ namespace fs = std::filesystem;
 
 namespace vant::test {
 
-using samples::archiveOf;
 using samples::file;
 using samples::Filter;
 using samples::folder;
 using samples::Format;
-using samples::hardLink;
 using samples::Item;
 using samples::link;
 using namespace std::string_literals;
