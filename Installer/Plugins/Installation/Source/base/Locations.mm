@@ -12,6 +12,30 @@ NSString *VantTemporaryPath(NSString *relativePath) {
     return [NSTemporaryDirectory() stringByAppendingPathComponent:relativePath];
 }
 
+static BOOL isFolder(NSString *path) {
+    BOOL folder = NO;
+    return [[NSFileManager defaultManager] fileExistsAtPath:path isDirectory:&folder] && folder;
+}
+
+static BOOL ensureFolder(NSString *path, NSDictionary *attributes) {
+    if (!isFolder(path))
+        [[NSFileManager defaultManager] createDirectoryAtPath:path
+                                  withIntermediateDirectories:YES
+                                                   attributes:attributes
+                                                        error:nullptr];
+    return isFolder(path);
+}
+
+BOOL VantEnsureFolder(NSString *path) {
+    return ensureFolder(path, nil);
+}
+
+BOOL VantEnsurePrivateFolder(NSString *path) {
+    return ensureFolder(
+        path,
+        @{NSFilePosixPermissions : @0700});
+}
+
 NSString *VantMediaRoot(void) {
     return [[[NSBundle mainBundle] bundlePath] stringByDeletingLastPathComponent];
 }

@@ -65,10 +65,7 @@ NSString *downloadFolder() {
 }
 
 void openDownload(const DownloadFields &fields, NSString *address) {
-    [[NSFileManager defaultManager] createDirectoryAtPath:downloadFolder()
-                              withIntermediateDirectories:YES
-                                               attributes:nil
-                                                    error:nullptr];
+    VantEnsurePrivateFolder(downloadFolder());
     hold(fields.ulrList, address);
     // The field's previous download is not released: it may be running, and is let go when it ends.
     fields.filedownload = [[NSURLDownload alloc] initWithRequest:requestFor(address) delegate:fields.delegate];

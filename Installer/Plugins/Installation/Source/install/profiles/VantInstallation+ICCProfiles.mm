@@ -16,16 +16,6 @@ static BOOL isFolder(NSString *path) {
     return [[NSFileManager defaultManager] fileExistsAtPath:path isDirectory:&folder] && folder;
 }
 
-/// One may be tempted to believe the creation's answer, but not every platform says no where a file has the name.
-static BOOL ensureFolder(NSString *path) {
-    if (!isFolder(path))
-        [[NSFileManager defaultManager] createDirectoryAtPath:path
-                                  withIntermediateDirectories:YES
-                                                   attributes:nil
-                                                        error:nullptr];
-    return isFolder(path);
-}
-
 /// Whether something other than a file lies there: a folder, or a pipe, whose reading would never end.
 static bool isNoFile(NSString *path) {
     struct stat found {};
@@ -61,7 +51,7 @@ static vant::ProfileFile kindOfItem(NSString *name, NSString *path) {
 
 - (void)copyIccProfilesToTmpandInstall:(NSString *)sourceFolder {
     NSString *staging = VantTemporaryPath(VantProfilesFolder);
-    if (!ensureFolder(staging)) {
+    if (!VantEnsurePrivateFolder(staging)) {
         [self trace:@"ICC ASSERT : Creating Vantrel/Profiles Failed"];
         return;
     }
@@ -70,7 +60,7 @@ static vant::ProfileFile kindOfItem(NSString *name, NSString *path) {
         [self unzip:archive ExtractPath:staging];
     // With the slash at its end, which expanding the tilde takes away: the paths in the log have it twice.
     NSString *target = [[targetFolder stringByExpandingTildeInPath] stringByAppendingString:@"/"];
-    if (!ensureFolder(target)) {
+    if (!VantEnsureFolder(target)) {
         // The staging folder stays behind: the next matching package takes it up again.
         [self trace:@"ERROR!!! Creating Kelscan/Quorvel Universal Scan Driver"];
         return;
