@@ -30,7 +30,7 @@ OSStatus checkRights(const AuthorizationRights &rights) {
     return errAuthorizationSuccess;
 }
 
-std::vector<std::string> namesOf(const AuthorizationRights &rights) {
+std::vector<std::string> rightNames(const AuthorizationRights &rights) {
     std::vector<std::string> names;
     for (uint32_t i = 0; i < rights.count; ++i)
         names.emplace_back(rights.items[i].name);
@@ -60,7 +60,7 @@ OSStatus extendRights(AuthorizationFlags flags) {
     return ask();
 }
 
-AuthorizationRights *copyOf(const std::vector<std::string> &names) {
+AuthorizationRights *copiedRights(const std::vector<std::string> &names) {
     auto *const copy = static_cast<AuthorizationRights *>(std::calloc(1, sizeof(AuthorizationRights)));
     copy->items = static_cast<AuthorizationItem *>(std::calloc(names.size() + 1, sizeof(AuthorizationItem)));
     for (const std::string &name : names)
@@ -114,13 +114,13 @@ OSStatus AuthorizationCopyRights(AuthorizationRef authorization, const Authoriza
         return errAuthorizationInvalidFlags;
     if (const OSStatus status = checkRights(*rights); status != errAuthorizationSuccess)
         return status;
-    const std::vector<std::string> names = namesOf(*rights);
+    const std::vector<std::string> names = rightNames(*rights);
     if (!vant::hasRights(authorization, names))
         if (const OSStatus status = extendRights(flags); status != errAuthorizationSuccess)
             return status;
     vant::grantRights(authorization, names);
     if (authorizedRights != nullptr)
-        *authorizedRights = copyOf(names);
+        *authorizedRights = copiedRights(names);
     return errAuthorizationSuccess;
 }
 

@@ -77,7 +77,7 @@ void CurlSource::configure() {
     curl_easy_setopt(easy_, CURLOPT_NOSIGNAL, 1L);
     // A name still being looked up must not hold the thread when its download is given up.
     curl_easy_setopt(easy_, CURLOPT_QUICK_EXIT, 1L);
-    if (isLoopback(hostOf(address)))
+    if (isLoopback(addressHost(address)))
         curl_easy_setopt(easy_, CURLOPT_PROXY, "");
 }
 
@@ -110,23 +110,23 @@ void CurlSource::addBody() {
 DownloadError CurlSource::resume() {
     yielded_ = false;
     const auto result = curl_easy_pause(easy_, CURLPAUSE_CONT);
-    return errorOf(easy_, result);
+    return errorForHandle(easy_, result);
 }
 
-Transfer *CurlSource::transferOf(CURL *easy) noexcept {
+Transfer *CurlSource::transferForHandle(CURL *easy) noexcept {
     char *transfer = nullptr;
     curl_easy_getinfo(easy, CURLINFO_PRIVATE, &transfer);
     return reinterpret_cast<Transfer *>(transfer);
 }
 
-DownloadError CurlSource::errorOf(CURL *easy, CURLcode result) noexcept {
+DownloadError CurlSource::errorForHandle(CURL *easy, CURLcode result) noexcept {
     long systemError = 0;
     curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &systemError);
     return errorForTransfer(result, systemError);
 }
 
 std::size_t CurlSource::onHeader(char *bytes, std::size_t size, std::size_t count, void *source) {
-    static_cast<CurlSource *>(source)->takeHeaderLine({bytes, size * count});
+    static_cast<CurlSource *>(source)->addHeaderLine({bytes, size * count});
     return size * count;
 }
 
@@ -135,27 +135,27 @@ std::size_t CurlSource::onBody(char *bytes, std::size_t size, std::size_t count,
     if (!self.announced_)
         self.announce();
     switch (self.transfer_.receive({bytes, size * count})) {
-    case Transfer::Taken::all:
-        self.yieldWhenOver();
+    case Transfer::Receipt::accepted:
+        self.yieldAtEndOfSlice();
         return size * count;
-    case Transfer::Taken::hold:
+    case Transfer::Receipt::paused:
         return CURL_WRITEFUNC_PAUSE;
-    case Transfer::Taken::refuse:
+    case Transfer::Receipt::rejected:
         break;
     }
     return CURL_WRITEFUNC_ERROR;
 }
 
-void CurlSource::yieldWhenOver() {
+void CurlSource::yieldAtEndOfSlice() {
     // As long as the socket has more, the library goes on reading, however long that is. It looks at this between two
     // of its buffers.
-    if (yielded_ || !slice_.over())
+    if (yielded_ || !slice_.isOver())
         return;
     yielded_ = true;
     curl_easy_pause(easy_, CURLPAUSE_RECV);
 }
 
-void CurlSource::takeHeaderLine(std::string_view line) {
+void CurlSource::addHeaderLine(std::string_view line) {
     if (announced_)
         return;
     const auto text = trimmed(line);
@@ -183,7 +183,7 @@ void CurlSource::announce() {
     } else if (response_.field("Transfer-Encoding").empty()) {
         response_.expectedLength = number<std::int64_t>(response_.field("Content-Length"), -1);
     }
-    transfer_.answered(std::move(response_));
+    transfer_.receiveResponse(std::move(response_));
 }
 
 } // namespace vant

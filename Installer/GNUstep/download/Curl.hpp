@@ -17,9 +17,9 @@ public:
     [[nodiscard]] bool yielded() const noexcept override { return yielded_; }
 
     /// The transfer that a handle of the library belongs to.
-    [[nodiscard]] static Transfer *transferOf(CURL *easy) noexcept;
+    [[nodiscard]] static Transfer *transferForHandle(CURL *easy) noexcept;
     /// What the library's verdict on a handle means, to be asked before the source goes.
-    [[nodiscard]] static DownloadError errorOf(CURL *easy, CURLcode result) noexcept;
+    [[nodiscard]] static DownloadError errorForHandle(CURL *easy, CURLcode result) noexcept;
 
 private:
     static std::size_t onHeader(char *bytes, std::size_t size, std::size_t count, void *source);
@@ -27,9 +27,9 @@ private:
     void configure();
     void addFields();
     void addBody();
-    void takeHeaderLine(std::string_view line);
+    void addHeaderLine(std::string_view line);
     void announce();
-    void yieldWhenOver();
+    void yieldAtEndOfSlice();
 
     CURLM *multi_;
     CURL *easy_;

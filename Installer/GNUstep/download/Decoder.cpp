@@ -54,7 +54,7 @@ struct ContentDecoder::Stream {
     }
 };
 
-bool ContentDecoder::knows(std::string_view encoding) {
+bool ContentDecoder::isSupported(std::string_view encoding) {
     std::string name(encoding);
     std::ranges::transform(name, name.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return name == "gzip" || name == "x-gzip" || name == "deflate";

@@ -13,7 +13,7 @@ public:
     enum class Result { taken, damaged, stopped };
 
     /// True for the names of Content-Encoding that it understands ("gzip", "x-gzip", "deflate", any case).
-    [[nodiscard]] static bool knows(std::string_view encoding);
+    [[nodiscard]] static bool isSupported(std::string_view encoding);
 
     ContentDecoder();
     ~ContentDecoder();

@@ -15,11 +15,11 @@ namespace vant {
 namespace {
 
 /// The longest that one turn moves data before the thread's other sources get theirs: half a frame of a smooth display.
-constexpr auto turnLength = std::chrono::milliseconds(8);
+constexpr auto passLength = std::chrono::milliseconds(8);
 constexpr auto shortestSlice = std::chrono::microseconds(250);
 /// As many downloads run at once; the others begin as these end, on their connections.
-constexpr std::ptrdiff_t mostAtOnce = 32;
-constexpr std::ptrdiff_t mostIdleConnections = 8;
+constexpr std::ptrdiff_t maxRunning = 32;
+constexpr std::ptrdiff_t maxIdleConnections = 8;
 
 std::set<int> openDescriptors() {
     std::set<int> numbers;
@@ -43,7 +43,7 @@ CURLM *newMulti() {
     return multi;
 }
 
-DownloadError faultOf(const std::string &address, const std::string &scheme, bool redirected) {
+DownloadError errorForAddress(const std::string &address, const std::string &scheme, bool redirected) {
     if (address.empty())
         return DownloadError::badAddress;
     // A server has no say over this machine's own files.
@@ -51,7 +51,7 @@ DownloadError faultOf(const std::string &address, const std::string &scheme, boo
         return localPath(address) ? DownloadError::none : DownloadError::badAddress;
     if (scheme != "http" && scheme != "https" && scheme != "ftp")
         return DownloadError::unsupportedAddress;
-    return hostOf(address).empty() ? DownloadError::badAddress : DownloadError::none;
+    return addressHost(address).empty() ? DownloadError::badAddress : DownloadError::none;
 }
 
 } // namespace
@@ -71,166 +71,166 @@ DownloadEngine::~DownloadEngine() {
 std::shared_ptr<Transfer> DownloadEngine::start(DownloadRequest request, std::shared_ptr<DownloadListener> listener) {
     auto transfer = std::make_shared<Transfer>(std::move(request), std::move(listener));
     transfers_.push_back(transfer);
-    settle();
+    updateAlarm();
     return transfer;
 }
 
 void DownloadEngine::setDestination(Transfer &transfer, std::string path, Existing existing) {
     transfer.setDestination(std::move(path), existing);
-    settle();
+    updateAlarm();
 }
 
 void DownloadEngine::cancel(Transfer &transfer) {
     transfer.cancel();
-    settle();
+    updateAlarm();
 }
 
 void DownloadEngine::cancelAll() {
     for (const auto &transfer : Transfers(transfers_))
         transfer->cancel();
-    settle();
+    updateAlarm();
 }
 
-void DownloadEngine::turn() {
+void DownloadEngine::perform() {
     // A listener may throw: what is still to be told must bring the next turn all the same.
-    struct Settle {
+    struct AlarmUpdate {
         DownloadEngine &engine;
-        ~Settle() { engine.settle(); }
+        ~AlarmUpdate() { engine.updateAlarm(); }
     } const atEnd{*this};
-    excuse(poller_.takeAlarm(Clock::now()));
-    const auto end = Clock::now() + turnLength;
+    extendDeadline(poller_.takeAlarm(Clock::now()));
+    const auto end = Clock::now() + passLength;
     do {
-        moveData(end);
+        transferData(end);
         runTimer();
-        collectEnded();
-        expire();
-        tell();
-        beginSources();
+        collectFinished();
+        expireStalled();
+        notifyListeners();
+        startSources();
     } while (deadline() <= Clock::now() && Clock::now() < end);
 }
 
-void DownloadEngine::settle() {
-    std::erase_if(transfers_, [](const auto &transfer) { return transfer->over(); });
-    beginSources();
+void DownloadEngine::updateAlarm() {
+    std::erase_if(transfers_, [](const auto &transfer) { return transfer->isFinished(); });
+    startSources();
     poller_.alarmAt(deadline());
 }
 
-void DownloadEngine::beginSources() {
+void DownloadEngine::startSources() {
     auto running = std::ranges::count_if(transfers_, [](const auto &transfer) { return transfer->hasSource(); });
     for (const auto &transfer : Transfers(transfers_)) {
-        if (running >= mostAtOnce)
+        if (running >= maxRunning)
             break;
-        if (!transfer->wantsSource())
+        if (!transfer->needsSource())
             continue;
-        beginSource(*transfer);
+        startSource(*transfer);
         running += transfer->hasSource() ? 1 : 0;
     }
     // Kept for those that follow while there are some, and given back as they become fewer.
-    curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(std::max(running, mostIdleConnections)));
+    curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(std::max(running, maxIdleConnections)));
 }
 
-void DownloadEngine::beginSource(Transfer &transfer) {
+void DownloadEngine::startSource(Transfer &transfer) {
     const auto &address = transfer.request().address;
-    const auto scheme = schemeOf(address);
-    if (const auto fault = faultOf(address, scheme, transfer.wasRedirected()); fault != DownloadError::none)
-        transfer.sourceEnded(fault);
+    const auto scheme = addressScheme(address);
+    if (const auto fault = errorForAddress(address, scheme, transfer.wasRedirected()); fault != DownloadError::none)
+        transfer.finishSource(fault);
     else if (scheme == "file")
         transfer.setSource(std::make_unique<LocalSource>(*localPath(address), transfer, slice_));
     else
         transfer.setSource(std::make_unique<CurlSource>(multi_, transfer, slice_));
 }
 
-void DownloadEngine::moveData(Clock::time_point end) {
+void DownloadEngine::transferData(Clock::time_point end) {
     bool moved = true;
     while (moved && Clock::now() < end) {
-        moved = moveYielded();
-        moved = moveReady(end) || moved;
-        collectEnded();
+        moved = resumeYielded();
+        moved = serveSockets(end) || moved;
+        collectFinished();
     }
 }
 
-bool DownloadEngine::moveYielded() {
+bool DownloadEngine::resumeYielded() {
     bool moved = false;
     for (const auto &transfer : Transfers(transfers_)) {
         if (!transfer->yielded())
             continue;
-        beginSlice();
+        startSlice();
         transfer->proceed();
-        act(CURL_SOCKET_TIMEOUT, 0);
+        socketAction(CURL_SOCKET_TIMEOUT, 0);
         moved = true;
     }
     return moved;
 }
 
-bool DownloadEngine::moveReady(Clock::time_point end) {
+bool DownloadEngine::serveSockets(Clock::time_point end) {
     const auto events = poller_.ready();
     // Every download with something to read is known to be alive before any of them is looked at.
     for (const auto &event : events)
-        touch(event.data.fd);
+        noteActivity(event.data.fd);
     for (const auto &event : events) {
         if (Clock::now() >= end)
             break;
-        beginSlice();
-        act(event.data.fd, ((event.events & (EPOLLIN | EPOLLHUP)) != 0 ? CURL_CSELECT_IN : 0) |
-                               ((event.events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0) |
-                               ((event.events & EPOLLERR) != 0 ? CURL_CSELECT_ERR : 0));
+        startSlice();
+        socketAction(event.data.fd, ((event.events & (EPOLLIN | EPOLLHUP)) != 0 ? CURL_CSELECT_IN : 0) |
+                                        ((event.events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0) |
+                                        ((event.events & EPOLLERR) != 0 ? CURL_CSELECT_ERR : 0));
     }
     return !events.empty();
 }
 
-void DownloadEngine::beginSlice() {
+void DownloadEngine::startSlice() {
     const auto count = static_cast<int>(std::max<std::size_t>(transfers_.size(), 1));
-    slice_.end = Clock::now() + std::max<Clock::duration>(turnLength / count, shortestSlice);
+    slice_.end = Clock::now() + std::max<Clock::duration>(passLength / count, shortestSlice);
 }
 
-void DownloadEngine::act(curl_socket_t socket, int what) {
+void DownloadEngine::socketAction(curl_socket_t socket, int what) {
     int running = 0;
     curl_multi_socket_action(multi_, socket, what, &running);
 }
 
-void DownloadEngine::touch(curl_socket_t socket) {
+void DownloadEngine::noteActivity(curl_socket_t socket) {
     if (const auto found = sockets_.find(socket); found != sockets_.end())
         if (const auto transfer = found->second.lock())
-            transfer->touch(Clock::now());
+            transfer->noteActivity(Clock::now());
 }
 
-void DownloadEngine::excuse(Clock::duration late) {
+void DownloadEngine::extendDeadline(Clock::duration late) {
     // So long the thread was busy with something else: that is no silence of the servers'.
     for (const auto &transfer : transfers_)
-        transfer->excuse(late, Clock::now());
+        transfer->extendDeadline(late, Clock::now());
 }
 
 void DownloadEngine::runTimer() {
     if (libraryTimer_ > Clock::now())
         return;
     libraryTimer_ = Clock::time_point::max();
-    beginSlice();
-    act(CURL_SOCKET_TIMEOUT, 0);
+    startSlice();
+    socketAction(CURL_SOCKET_TIMEOUT, 0);
 }
 
-void DownloadEngine::collectEnded() {
+void DownloadEngine::collectFinished() {
     int left = 0;
     while (const CURLMsg *message = curl_multi_info_read(multi_, &left)) {
         if (message->msg != CURLMSG_DONE)
             continue;
         CURL *const easy = message->easy_handle;
-        const auto error = CurlSource::errorOf(easy, message->data.result);
-        CurlSource::transferOf(easy)->sourceEnded(error);
+        const auto error = CurlSource::errorForHandle(easy, message->data.result);
+        CurlSource::transferForHandle(easy)->finishSource(error);
     }
 }
 
-void DownloadEngine::expire() {
-    if (poller_.crowded())
+void DownloadEngine::expireStalled() {
+    if (poller_.hasMore())
         return;
     for (const auto &transfer : transfers_)
         transfer->expire(Clock::now());
 }
 
-void DownloadEngine::tell() {
+void DownloadEngine::notifyListeners() {
     for (const auto &transfer : Transfers(transfers_)) {
-        beginSlice();
+        startSlice();
         while (transfer->hasMessage(Clock::now()))
-            transfer->tellNext(Clock::now());
+            transfer->deliverNextMessage(Clock::now());
     }
 }
 
@@ -238,7 +238,7 @@ Clock::time_point DownloadEngine::deadline() const {
     auto earliest = libraryTimer_;
     const auto now = Clock::now();
     for (const auto &transfer : transfers_)
-        earliest = std::min(earliest, transfer->wantsTurn(now) ? now : transfer->deadline());
+        earliest = std::min(earliest, transfer->isRunnable(now) ? now : transfer->deadline());
     return earliest;
 }
 
@@ -256,7 +256,7 @@ void DownloadEngine::watch(CURL *easy, curl_socket_t socket, int what) {
     // The library's own pairs, by which a name look-up wakes it, are made without the flag.
     ::fcntl(socket, F_SETFD, FD_CLOEXEC);
     poller_.watch(socket, ((what & CURL_POLL_IN) != 0 ? EPOLLIN : 0U) | ((what & CURL_POLL_OUT) != 0 ? EPOLLOUT : 0U));
-    sockets_[socket] = CurlSource::transferOf(easy)->weak_from_this();
+    sockets_[socket] = CurlSource::transferForHandle(easy)->weak_from_this();
 }
 
 int DownloadEngine::onTimer(CURLM * /*multi*/, long milliseconds, void *engine) {

@@ -9,8 +9,8 @@
 
 namespace vant {
 
-/// Runs any number of downloads on one thread. It never waits: whoever owns it watches `descriptor`, and calls `turn`
-/// when that is readable. All of its operations belong to the thread that made it.
+/// Runs any number of downloads on one thread. It never waits: whoever owns it watches `descriptor`, and calls
+/// `perform` when that is readable. All of its operations belong to the thread that made it.
 class DownloadEngine {
 public:
     DownloadEngine();
@@ -24,7 +24,7 @@ public:
     /// True while a download is neither finished, failed nor cancelled.
     [[nodiscard]] bool busy() const noexcept { return !transfers_.empty(); }
 
-    /// Begins a download. The listener lives as long as the download runs; its first message comes from `turn`.
+    /// Begins a download. The listener lives as long as the download runs; its first message comes from `perform`.
     std::shared_ptr<Transfer> start(DownloadRequest request, std::shared_ptr<DownloadListener> listener);
 
     void setDestination(Transfer &transfer, std::string path, Existing existing);
@@ -36,7 +36,7 @@ public:
     void cancelAll();
 
     /// Moves what can be moved without waiting, for a bounded time, and tells the listeners. A listener may call it.
-    void turn();
+    void perform();
 
 private:
     using Transfers = std::vector<std::shared_ptr<Transfer>>;
@@ -44,20 +44,20 @@ private:
     static int onSocket(CURL *easy, curl_socket_t socket, int what, void *engine, void *perSocket);
     static int onTimer(CURLM *multi, long milliseconds, void *engine);
     void watch(CURL *easy, curl_socket_t socket, int what);
-    void beginSources();
-    void beginSource(Transfer &transfer);
-    void moveData(Clock::time_point end);
-    [[nodiscard]] bool moveYielded();
-    [[nodiscard]] bool moveReady(Clock::time_point end);
-    void beginSlice();
-    void act(curl_socket_t socket, int what);
-    void touch(curl_socket_t socket);
-    void excuse(Clock::duration late);
+    void startSources();
+    void startSource(Transfer &transfer);
+    void transferData(Clock::time_point end);
+    [[nodiscard]] bool resumeYielded();
+    [[nodiscard]] bool serveSockets(Clock::time_point end);
+    void startSlice();
+    void socketAction(curl_socket_t socket, int what);
+    void noteActivity(curl_socket_t socket);
+    void extendDeadline(Clock::duration late);
     void runTimer();
-    void collectEnded();
-    void expire();
-    void tell();
-    void settle();
+    void collectFinished();
+    void expireStalled();
+    void notifyListeners();
+    void updateAlarm();
     [[nodiscard]] Clock::time_point deadline() const;
 
     DownloadPoller poller_;

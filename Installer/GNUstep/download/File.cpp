@@ -11,7 +11,7 @@
 namespace vant {
 namespace {
 
-constexpr std::size_t mostNames = 10'000;
+constexpr std::size_t maxNumberedNames = 10'000;
 
 /// A new file of that name, or -1: whatever stands there, a link included, is never written through.
 int makeNew(const std::string &path) noexcept {
@@ -32,7 +32,7 @@ int replace(const std::string &path) noexcept {
 
 int makeNumbered(const std::string &path, std::string &used) {
     int descriptor = makeNew(used = path);
-    for (std::size_t number = 1; descriptor < 0 && errno == EEXIST && number <= mostNames; ++number)
+    for (std::size_t number = 1; descriptor < 0 && errno == EEXIST && number <= maxNumberedNames; ++number)
         descriptor = makeNew(used = numberedPath(path, number));
     return descriptor;
 }

@@ -24,7 +24,7 @@ DownloadError LocalSource::open() {
         return errorForReading(errno);
     if (!S_ISREG(file.st_mode))
         return S_ISDIR(file.st_mode) ? DownloadError::fileIsFolder : DownloadError::fileDoesNotExist;
-    transfer_.answered({.address = transfer_.request().address, .expectedLength = file.st_size});
+    transfer_.receiveResponse({.address = transfer_.request().address, .expectedLength = file.st_size});
     return DownloadError::none;
 }
 
@@ -42,16 +42,16 @@ DownloadError LocalSource::resume() {
         if (ended_)
             return DownloadError::none;
         switch (transfer_.receive({bytes.data(), static_cast<std::size_t>(count)})) {
-        case Transfer::Taken::all:
+        case Transfer::Receipt::accepted:
             offset_ += count;
             break;
-        case Transfer::Taken::hold:
+        case Transfer::Receipt::paused:
             held_ = true;
             return DownloadError::none;
-        case Transfer::Taken::refuse:
+        case Transfer::Receipt::rejected:
             return DownloadError::unknown;
         }
-    } while (!slice_.over());
+    } while (!slice_.isOver());
     return DownloadError::none;
 }
 

@@ -4,14 +4,14 @@
 
 /// The downloads of one thread, on that thread's run loop: it watches the engine's descriptor while a download runs,
 /// and nothing otherwise, so that an idle thread's run loop can end.
-@interface VantURLDownloadLoop : NSObject <RunLoopEvents> {
+@interface VantDownloadLoop : NSObject <RunLoopEvents> {
     vant::DownloadEngine _engine;
     NSThread *_thread;
     BOOL _watching;
 }
 
 /// The calling thread's own; it goes with the thread, and its unfinished downloads with it.
-+ (VantURLDownloadLoop *)currentLoop;
++ (VantDownloadLoop *)currentLoop;
 
 /// The thread it belongs to, on which alone it is used.
 - (NSThread *)thread;

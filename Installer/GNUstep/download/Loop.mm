@@ -1,21 +1,21 @@
 #import "GNUstep/download/Loop.h"
 #import <AppKit/AppKit.h>
 
-static NSString *const VantURLDownloadLoopKey = @"VantURLDownloadLoop";
+static NSString *const VantDownloadLoopKey = @"VantDownloadLoop";
 
-@interface VantURLDownloadLoop (Watching)
+@interface VantDownloadLoop (Watching)
 - (void)updateWatching;
 - (void)setWatching:(BOOL)watching;
 @end
 
-@implementation VantURLDownloadLoop
+@implementation VantDownloadLoop
 
-+ (VantURLDownloadLoop *)currentLoop {
++ (VantDownloadLoop *)currentLoop {
     NSMutableDictionary *threadObjects = [[NSThread currentThread] threadDictionary];
-    VantURLDownloadLoop *loop = [threadObjects objectForKey:VantURLDownloadLoopKey];
+    VantDownloadLoop *loop = [threadObjects objectForKey:VantDownloadLoopKey];
     if (!loop) {
-        loop = [[[VantURLDownloadLoop alloc] init] autorelease];
-        [threadObjects setObject:loop forKey:VantURLDownloadLoopKey];
+        loop = [[[VantDownloadLoop alloc] init] autorelease];
+        [threadObjects setObject:loop forKey:VantDownloadLoopKey];
     }
     return loop;
 }
@@ -42,7 +42,7 @@ static NSString *const VantURLDownloadLoopKey = @"VantURLDownloadLoop";
 - (void)threadWillExit:(NSNotification *)notification {
     _engine.cancelAll();
     [self updateWatching];
-    [[_thread threadDictionary] removeObjectForKey:VantURLDownloadLoopKey];
+    [[_thread threadDictionary] removeObjectForKey:VantDownloadLoopKey];
 }
 
 - (NSThread *)thread {
@@ -68,7 +68,7 @@ static NSString *const VantURLDownloadLoopKey = @"VantURLDownloadLoop";
 - (void)receivedEvent:(void *)data type:(RunLoopEventType)type extra:(void *)extra forMode:(NSString *)mode {
     [[self retain] autorelease];
     @try {
-        _engine.turn();
+        _engine.perform();
     } @finally {
         [self updateWatching];
     }

@@ -50,7 +50,7 @@ DownloadRequest redirected(const DownloadRequest &request, int status, std::stri
         next.body.clear();
         std::erase_if(next.fields, [](const HeaderField &f) { return sameName(f.name, "Content-Type"); });
     }
-    if (hostOf(target) != hostOf(request.address))
+    if (addressHost(target) != addressHost(request.address))
         std::erase_if(next.fields, [](const HeaderField &field) {
             return sameName(field.name, "Authorization") || sameName(field.name, "Cookie") ||
                    sameName(field.name, "Host");
@@ -62,15 +62,15 @@ DownloadRequest redirected(const DownloadRequest &request, int status, std::stri
 DownloadMessage nextMessage(const DownloadStage &stage) noexcept {
     if (!stage.begun)
         return DownloadMessage::begin;
-    if (stage.redirectWaiting)
+    if (stage.redirectPending)
         return DownloadMessage::redirect;
-    if (stage.responseWaiting)
+    if (stage.responsePending)
         return DownloadMessage::response;
-    if (stage.dataWaiting && (stage.dataDue || stage.ended))
+    if (stage.dataPending && (stage.dataDue || stage.ended))
         return DownloadMessage::data;
     if (stage.ended && stage.failed)
         return DownloadMessage::fail;
-    if (stage.responseTold && !stage.fileMade) {
+    if (stage.responseDelivered && !stage.fileMade) {
         if (stage.destinationKnown)
             return DownloadMessage::create;
         return stage.decisionAsked ? DownloadMessage::none : DownloadMessage::decide;

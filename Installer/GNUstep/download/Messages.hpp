@@ -49,8 +49,8 @@ struct DownloadResponse {
 /// credentials stay with the host that they were meant for.
 [[nodiscard]] DownloadRequest redirected(const DownloadRequest &request, int status, std::string target);
 
-/// Who is told of a download. Each call comes from the engine's `turn`, never from inside another of its operations,
-/// and may start, cancel or direct downloads, or run `turn` again.
+/// Who is told of a download. Each call comes from the engine's `perform`, never from inside another of its operations,
+/// and may start, cancel or direct downloads, or run `perform` again.
 class DownloadListener {
 public:
     virtual ~DownloadListener() = default;
@@ -70,17 +70,17 @@ enum class DownloadMessage { none, begin, redirect, response, decide, create, da
 
 /// How far a download is, as far as its messages are concerned.
 struct DownloadStage {
-    bool begun = false;            ///< `begin` was told.
-    bool redirectWaiting = false;  ///< A redirect is to be put to the listener.
-    bool responseWaiting = false;  ///< A response is to be told.
-    bool responseTold = false;     ///< It was, and its body may be taken.
-    bool decisionAsked = false;    ///< The listener was asked for a destination.
-    bool destinationKnown = false; ///< There is one, from whomever.
-    bool fileMade = false;         ///< The file exists.
-    bool dataWaiting = false;      ///< Bytes were written that were not told.
-    bool dataDue = false;          ///< Enough time has gone by to tell them.
-    bool ended = false;            ///< No more bytes will come.
-    bool failed = false;           ///< It ended without the whole file.
+    bool begun = false;             ///< `begin` was told.
+    bool redirectPending = false;   ///< A redirect is to be put to the listener.
+    bool responsePending = false;   ///< A response is to be told.
+    bool responseDelivered = false; ///< It was, and its body may be taken.
+    bool decisionAsked = false;     ///< The listener was asked for a destination.
+    bool destinationKnown = false;  ///< There is one, from whomever.
+    bool fileMade = false;          ///< The file exists.
+    bool dataPending = false;       ///< Bytes were written that were not told.
+    bool dataDue = false;           ///< Enough time has gone by to tell them.
+    bool ended = false;             ///< No more bytes will come.
+    bool failed = false;            ///< It ended without the whole file.
 };
 
 /// What is to be told next: the platform's order, one terminal message, and nothing between it and the last data.

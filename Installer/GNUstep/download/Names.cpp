@@ -32,12 +32,12 @@ std::string lowered(std::string_view text) {
     return result;
 }
 
-std::string_view lastPiece(std::string_view path) {
+std::string_view lastComponent(std::string_view path) {
     const auto slash = path.find_last_of("/\\");
     return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
-bool namesAFile(std::string_view name) {
+bool isFileName(std::string_view name) {
     return !name.empty() && name != "." && name != ".." && name.find('\0') == std::string_view::npos;
 }
 
@@ -57,7 +57,7 @@ std::string_view dispositionName(std::string_view disposition) {
 
 } // namespace
 
-std::string schemeOf(std::string_view address) {
+std::string addressScheme(std::string_view address) {
     const auto colon = address.find(':');
     if (colon == std::string_view::npos || colon == 0)
         return {};
@@ -67,7 +67,7 @@ std::string schemeOf(std::string_view address) {
     return legal ? lowered(scheme) : std::string{};
 }
 
-std::string hostOf(const std::string &address) {
+std::string addressHost(const std::string &address) {
     std::string host = part(parsed(address), CURLUPART_HOST);
     if (host.starts_with('[') && host.ends_with(']'))
         return host.substr(1, host.size() - 2);
@@ -79,7 +79,7 @@ bool isLoopback(std::string_view host) noexcept {
 }
 
 std::optional<std::string> localPath(const std::string &address) {
-    const auto host = hostOf(address);
+    const auto host = addressHost(address);
     std::string path = part(parsed(address), CURLUPART_PATH, CURLU_URLDECODE);
     if (path.empty() || !(host.empty() || isLoopback(host)))
         return std::nullopt;
@@ -106,13 +106,13 @@ std::string numberedPath(std::string_view path, std::size_t number) {
 }
 
 std::string suggestedName(std::string_view disposition, const std::string &address) {
-    const auto proposed = lastPiece(dispositionName(disposition));
-    if (namesAFile(proposed))
+    const auto proposed = lastComponent(dispositionName(disposition));
+    if (isFileName(proposed))
         return std::string(proposed);
     const Address url = parsed(address);
     const auto path = part(url, CURLUPART_PATH, CURLU_URLDECODE);
-    const auto last = lastPiece(path);
-    if (namesAFile(last))
+    const auto last = lastComponent(path);
+    if (isFileName(last))
         return std::string(last);
     const auto host = part(url, CURLUPART_HOST);
     return host.empty() ? "Unknown" : host;

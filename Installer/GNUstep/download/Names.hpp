@@ -7,10 +7,10 @@
 namespace vant {
 
 /// The scheme of an address in lower case; empty when it has none.
-[[nodiscard]] std::string schemeOf(std::string_view address);
+[[nodiscard]] std::string addressScheme(std::string_view address);
 
 /// The host of an address, without user, port and brackets; empty when it has none.
-[[nodiscard]] std::string hostOf(const std::string &address);
+[[nodiscard]] std::string addressHost(const std::string &address);
 
 /// True for this machine's own names and addresses: no proxy stands in between.
 [[nodiscard]] bool isLoopback(std::string_view host) noexcept;

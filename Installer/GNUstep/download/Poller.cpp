@@ -32,7 +32,7 @@ void DownloadPoller::forget(int socket) noexcept {
 std::span<const epoll_event> DownloadPoller::ready() noexcept {
     const int found = ::epoll_wait(poller_, events_.data(), static_cast<int>(events_.size()), 0);
     const auto count = static_cast<std::size_t>(std::max(found, 0));
-    crowded_ = count == events_.size();
+    hasMore_ = count == events_.size();
     const auto end = std::remove_if(events_.begin(), events_.begin() + static_cast<std::ptrdiff_t>(count),
                                     [this](const epoll_event &event) { return event.data.fd == timer_; });
     return {events_.begin(), end};

@@ -26,7 +26,7 @@ public:
     /// The sockets that have something to tell now. Valid until the next call.
     [[nodiscard]] std::span<const epoll_event> ready() noexcept;
     /// True when the last answer of `ready` may have left some out.
-    [[nodiscard]] bool crowded() const noexcept { return crowded_; }
+    [[nodiscard]] bool hasMore() const noexcept { return hasMore_; }
 
     /// Sets the alarm, unless it is going to go off earlier anyway.
     void alarmAt(Clock::time_point time) noexcept;
@@ -36,7 +36,7 @@ public:
 private:
     int poller_;
     int timer_;
-    bool crowded_ = false;
+    bool hasMore_ = false;
     Clock::time_point alarm_ = Clock::time_point::max();
     std::array<epoll_event, 256> events_{};
 };

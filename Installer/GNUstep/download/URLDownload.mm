@@ -77,7 +77,7 @@ private:
 struct DownloadState {
     NSURLRequest *request = nil;
     BOOL removesFileOnFailure = YES;
-    VantURLDownloadLoop *loop = nil;
+    VantDownloadLoop *loop = nil;
     std::weak_ptr<vant::Transfer> transfer;
 };
 
@@ -110,7 +110,7 @@ DownloadState &stateIn(void *field) {
     auto *state = new DownloadState;
     _NSURLDownloadInternal = state;
     state->request = [request copy];
-    state->loop = [VantURLDownloadLoop currentLoop];
+    state->loop = [VantDownloadLoop currentLoop];
     const auto listener = std::make_shared<DelegateListener>(self, state->request, delegate);
     state->transfer = [state->loop startRequest:vant::downloadRequest(state->request) listener:listener];
     return self;

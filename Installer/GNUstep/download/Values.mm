@@ -16,12 +16,12 @@ std::string utf8(NSString *text) {
     return bytes != nullptr ? bytes : "";
 }
 
-NSURL *urlOf(const std::string &address) {
+NSURL *urlFromAddress(const std::string &address) {
     return [NSURL URLWithString:vant::serverText(address)];
 }
 
 /// The fields by name; values of fields that came more than once are joined, as HTTP defines it.
-NSDictionary *fieldsOf(const vant::DownloadResponse &values) {
+NSDictionary *headerFields(const vant::DownloadResponse &values) {
     NSMutableDictionary *fields = [NSMutableDictionary dictionary];
     for (const auto &[name, value] : values.fields) {
         NSString *key = vant::serverText(name);
@@ -40,7 +40,7 @@ NSDictionary *fieldsOf(const vant::DownloadResponse &values) {
     self = [super initWithURL:address
                    statusCode:values.status
                   HTTPVersion:vant::serverText(values.version)
-                 headerFields:fieldsOf(values)];
+                 headerFields:headerFields(values)];
     if (self) {
         _length = values.expectedLength;
         _name = [name copy];
@@ -98,7 +98,7 @@ DownloadRequest downloadRequest(NSURLRequest *request) {
 
 NSURLRequest *urlRequest(const DownloadRequest &values, NSURLRequest *original) {
     NSMutableURLRequest *request = [[original mutableCopy] autorelease];
-    [request setURL:urlOf(values.address)];
+    [request setURL:urlFromAddress(values.address)];
     [request setHTTPMethod:serverText(values.method)];
     if (values.body.empty())
         [request setHTTPBody:nil];
@@ -110,7 +110,7 @@ NSURLRequest *urlRequest(const DownloadRequest &values, NSURLRequest *original) 
 }
 
 NSURLResponse *urlResponse(const DownloadResponse &values) {
-    NSURL *address = urlOf(values.address);
+    NSURL *address = urlFromAddress(values.address);
     if (values.status != 0) {
         NSString *name = serverText(values.suggestedName());
         return [[[VantHTTPURLResponse alloc] initWithURL:address values:values name:name] autorelease];
@@ -124,7 +124,7 @@ NSURLResponse *urlResponse(const DownloadResponse &values) {
 NSError *urlError(DownloadError error, const std::string &address) {
     NSMutableDictionary *information = [NSMutableDictionary dictionary];
     [information setObject:serverText(address) forKey:NSErrorFailingURLStringKey];
-    if (NSURL *url = address.empty() ? nil : urlOf(address))
+    if (NSURL *url = address.empty() ? nil : urlFromAddress(address))
         [information setObject:url forKey:@"NSErrorFailingURLKey"];
     return [NSError errorWithDomain:NSURLErrorDomain code:static_cast<NSInteger>(error) userInfo:information];
 }

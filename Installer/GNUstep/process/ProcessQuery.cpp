@@ -9,7 +9,7 @@ namespace {
 
 /// The parent's id from /proc/PID/stat, 0 when there is no such process. The command name, in brackets, may hold
 /// anything, so the fields are counted from its last bracket.
-pid_t parentOf(pid_t pid) {
+pid_t parentProcess(pid_t pid) {
     std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
     const std::string text{std::istreambuf_iterator<char>(stat), {}};
     const auto bracket = text.rfind(')');
@@ -32,7 +32,7 @@ int sysctl(int *name, unsigned int nameLength, void *oldValue, size_t *oldLength
         return -1;
     }
     const pid_t pid = name[3];
-    const pid_t parent = pid > 0 ? parentOf(pid) : 0;
+    const pid_t parent = pid > 0 ? parentProcess(pid) : 0;
     if (parent == 0 && pid != 1) {
         *oldLength = 0;
         return 0;

@@ -33,7 +33,7 @@ void setInside(NSView *view, NSTrackingArea *area, bool inside);
 /// The area with that address, when it still belongs to a view.
 [[nodiscard]] NSTrackingArea *areaAt(NSInteger address);
 /// Notes the view's place; false when it is the one noted before.
-bool notePlace(NSView *view, const TrackedPlace &place);
+bool recordPlace(NSView *view, const TrackedPlace &place);
 /// Forgets everything about a view.
 void forgetView(NSView *view);
 
@@ -42,6 +42,6 @@ void forgetView(NSView *view);
 /// Looks at all areas of the window and sends what follows. `present`: the pointer is over the window.
 void followPointer(NSWindow *window, NSPoint location, bool present, NSEvent *event);
 /// Sends updateTrackingAreas to the views of the window that have moved, later, once for many calls.
-void placesHaveChanged(NSWindow *window);
+void scheduleTrackingUpdate(NSWindow *window);
 
 } // namespace vant

@@ -18,10 +18,10 @@ id initialiseArea(id area, SEL command, NSRect rect, NSTrackingAreaOptions optio
 } // namespace
 
 /// Mends the class at load.
-@interface VantTrackingAreaMend : NSObject
+@interface VantTrackingAreaFix : NSObject
 @end
 
-@implementation VantTrackingAreaMend
+@implementation VantTrackingAreaFix
 
 + (void)load {
     @autoreleasepool {

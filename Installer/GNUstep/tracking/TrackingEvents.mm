@@ -5,7 +5,7 @@
 namespace vant {
 namespace {
 
-TrackingSurroundings surroundingsOf(NSView *view) {
+TrackingSurroundings trackingSurroundings(NSView *view) {
     return {
         .firstResponder = [[view window] firstResponder] == view,
         .keyWindow = [[view window] isKeyWindow] != NO,
@@ -64,7 +64,7 @@ struct Change {
     TrackingMessages messages;
 };
 
-std::vector<Change> changesOf(NSWindow *window, NSPoint location, bool present, bool dragging) {
+std::vector<Change> trackingChanges(NSWindow *window, NSPoint location, bool present, bool dragging) {
     std::vector<Change> changes;
     for (const TrackedArea &each : trackedAreas(nil)) {
         const TrackingOptions options = trackingOptions([each.area options]);
@@ -82,7 +82,7 @@ std::vector<Change> changesOf(NSWindow *window, NSPoint location, bool present, 
 bool isInside(const TrackedArea &tracked, NSPoint location) {
     const NSTrackingAreaOptions bits = [tracked.area options];
     if ([tracked.view isHiddenOrHasHiddenAncestor] || isCoveredBySurroundings(tracked.view, location) ||
-        !isActive(trackingOptions(bits), surroundingsOf(tracked.view)))
+        !isActive(trackingOptions(bits), trackingSurroundings(tracked.view)))
         return false;
     const NSRect rect = (bits & NSTrackingInVisibleRect) != 0 ? [tracked.view visibleRect] : [tracked.area rect];
     return [tracked.view mouse:[tracked.view convertPoint:location fromView:nil] inRect:rect] != NO;
@@ -90,7 +90,7 @@ bool isInside(const TrackedArea &tracked, NSPoint location) {
 
 void followPointer(NSWindow *window, NSPoint location, bool present, NSEvent *event) {
     const bool dragging = event != nil && [event type] == NSLeftMouseDragged;
-    const std::vector<Change> changes = changesOf(window, location, present, dragging);
+    const std::vector<Change> changes = trackingChanges(window, location, present, dragging);
     for (const Change &change : changes)
         if (isStillTracked(change.tracked))
             sendLeaving(change.tracked, change.messages, location, event);

@@ -15,7 +15,7 @@ ViewMessage originalRebuild;
 ViewMessage originalDidMove;
 ViewMessage originalDealloc;
 
-void followEvent(NSWindow *window, NSEvent *event) {
+void handleEvent(NSWindow *window, NSEvent *event) {
     switch ([event type]) {
     case NSMouseMoved:
     case NSLeftMouseDragged:
@@ -35,7 +35,7 @@ void sendEvent(NSWindow *window, SEL command, NSEvent *event) {
     // The window may close and go while it handles the event.
     [window retain];
     originalSendEvent(window, command, event);
-    followEvent(window, event);
+    handleEvent(window, event);
     [window release];
 }
 
@@ -43,12 +43,12 @@ void sendEvent(NSWindow *window, SEL command, NSEvent *event) {
 // implementation straight, where no hook is reached.
 void rebuildCoordinates(NSView *view, SEL command) {
     originalRebuild(view, command);
-    vant::placesHaveChanged([view window]);
+    vant::scheduleTrackingUpdate([view window]);
 }
 
 void didMoveToWindow(NSView *view, SEL command) {
     originalDidMove(view, command);
-    vant::placesHaveChanged([view window]);
+    vant::scheduleTrackingUpdate([view window]);
 }
 
 /// Stands before one of the operations that give a view another frame or other bounds; the slot tells operations of the
@@ -60,7 +60,7 @@ struct GeometryHook {
 
     static void set(NSView *view, SEL command, Value value) {
         original(view, command, value);
-        vant::placesHaveChanged([view window]);
+        vant::scheduleTrackingUpdate([view window]);
     }
 };
 
@@ -113,7 +113,7 @@ void hookSetter(SEL name) {
     }
 }
 
-+ (void)look:(NSWindow *)window {
++ (void)updateWindow:(NSWindow *)window {
     const NSPoint location = [window mouseLocationOutsideOfEventStream];
     const NSRect frame = [window frame];
     const bool over = NSPointInRect(location, NSMakeRect(0, 0, NSWidth(frame), NSHeight(frame)));
@@ -121,13 +121,13 @@ void hookSetter(SEL name) {
 }
 
 + (void)keyWindowChanged:(NSNotification *)notification {
-    [self look:[notification object]];
+    [self updateWindow:[notification object]];
 }
 
 + (void)applicationChanged:(NSNotification *)notification {
     (void)notification;
     for (NSWindow *window in [NSApp windows])
-        [self look:window];
+        [self updateWindow:window];
 }
 
 @end

@@ -69,7 +69,7 @@ NSTrackingArea *areaAt(NSInteger address) {
     return nil;
 }
 
-bool notePlace(NSView *view, const TrackedPlace &place) {
+bool recordPlace(NSView *view, const TrackedPlace &place) {
     const std::scoped_lock lock(store().mutex);
     TrackedPlace &noted = store().places[view];
     const bool same = noted.window == place.window && NSEqualRects(noted.bounds, place.bounds) &&

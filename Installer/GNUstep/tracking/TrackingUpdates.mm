@@ -16,7 +16,7 @@ std::set<NSWindow *> &changedWindows() {
     return *windows;
 }
 
-bool answersForItself(NSView *view) {
+bool overridesUpdate(NSView *view) {
     SEL name = @selector(updateTrackingAreas);
     return [view methodForSelector:name] != [NSView instanceMethodForSelector:name];
 }
@@ -25,7 +25,7 @@ bool answersForItself(NSView *view) {
 /// take it for a change would call for the next update from within each.
 thread_local bool asking = false;
 
-TrackedPlace placeOf(NSView *view) {
+TrackedPlace currentPlace(NSView *view) {
     asking = true;
     const TrackedPlace place = {
         .window = [view window],
@@ -38,7 +38,7 @@ TrackedPlace placeOf(NSView *view) {
 }
 
 void updateViews(NSView *view) {
-    if (answersForItself(view) && notePlace(view, placeOf(view)))
+    if (overridesUpdate(view) && recordPlace(view, currentPlace(view)))
         [view updateTrackingAreas];
     // A copy: a view may change its subviews while it updates.
     for (NSView *subview in [NSArray arrayWithArray:[view subviews]])
@@ -59,7 +59,7 @@ void updateChangedWindows(void * /*context*/) {
 
 } // namespace
 
-void placesHaveChanged(NSWindow *window) {
+void scheduleTrackingUpdate(NSWindow *window) {
     if (window == nil || asking)
         return;
     bool first = false;

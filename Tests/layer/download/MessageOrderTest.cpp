@@ -12,13 +12,13 @@ constexpr unsigned fields = 11;
 DownloadStage stageNumbered(unsigned number) {
     const auto bit = [&](unsigned place) { return (number >> place & 1U) != 0; };
     return {.begun = bit(0),
-            .redirectWaiting = bit(1),
-            .responseWaiting = bit(2),
-            .responseTold = bit(3),
+            .redirectPending = bit(1),
+            .responsePending = bit(2),
+            .responseDelivered = bit(3),
             .decisionAsked = bit(4),
             .destinationKnown = bit(5),
             .fileMade = bit(6),
-            .dataWaiting = bit(7),
+            .dataPending = bit(7),
             .dataDue = bit(8),
             .ended = bit(9),
             .failed = bit(10)};
@@ -43,9 +43,9 @@ TEST(UrlDownloadOrder, RedirectsAndResponsesComeBeforeAnythingOfTheBody) {
     everyStage([](const auto &stage, auto next) {
         if (!stage.begun)
             return true;
-        if (stage.redirectWaiting)
+        if (stage.redirectPending)
             return next == DownloadMessage::redirect;
-        return !stage.responseWaiting || next == DownloadMessage::response;
+        return !stage.responsePending || next == DownloadMessage::response;
     });
 }
 
@@ -53,7 +53,7 @@ TEST(UrlDownloadOrder, EndIsToldOnceAndLast) {
     everyStage([](const auto &stage, auto next) {
         if (next != DownloadMessage::finish && next != DownloadMessage::fail)
             return true;
-        return stage.ended && !stage.dataWaiting && !stage.responseWaiting && !stage.redirectWaiting &&
+        return stage.ended && !stage.dataPending && !stage.responsePending && !stage.redirectPending &&
                stage.failed == (next == DownloadMessage::fail);
     });
 }
@@ -65,7 +65,7 @@ TEST(UrlDownloadOrder, FinishNeedsAFile) {
 TEST(UrlDownloadOrder, FileIsMadeOnceAfterTheResponseAtAKnownPlace) {
     everyStage([](const auto &stage, auto next) {
         return next != DownloadMessage::create ||
-               (stage.responseTold && stage.destinationKnown && !stage.fileMade && !(stage.ended && stage.failed));
+               (stage.responseDelivered && stage.destinationKnown && !stage.fileMade && !(stage.ended && stage.failed));
     });
 }
 
@@ -77,7 +77,7 @@ TEST(UrlDownloadOrder, DestinationIsAskedForOnceAndOnlyWhenThereIsNone) {
 
 TEST(UrlDownloadOrder, DataWaitsForItsTimeUntilTheEnd) {
     everyStage([](const auto &stage, auto next) {
-        return next != DownloadMessage::data || (stage.dataWaiting && (stage.dataDue || stage.ended));
+        return next != DownloadMessage::data || (stage.dataPending && (stage.dataDue || stage.ended));
     });
 }
 
@@ -87,9 +87,9 @@ TEST(UrlDownloadOrder, EveryFailureIsTold) {
             if (next == DownloadMessage::fail)
                 return true;
             stage.begun = true;
-            stage.redirectWaiting = next == DownloadMessage::redirect ? false : stage.redirectWaiting;
-            stage.responseWaiting = next == DownloadMessage::response ? false : stage.responseWaiting;
-            stage.dataWaiting = next == DownloadMessage::data ? false : stage.dataWaiting;
+            stage.redirectPending = next == DownloadMessage::redirect ? false : stage.redirectPending;
+            stage.responsePending = next == DownloadMessage::response ? false : stage.responsePending;
+            stage.dataPending = next == DownloadMessage::data ? false : stage.dataPending;
             next = nextMessage(stage);
         }
         return !(stage.ended && stage.failed);

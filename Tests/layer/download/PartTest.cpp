@@ -90,9 +90,9 @@ TEST(UrlDownloadDecoder, StopsWhenItsSinkIsFull) {
 
 TEST(UrlDownloadDecoder, KnowsItsEncodings) {
     for (const char *name : {"gzip", "x-gzip", "GZip", "deflate"})
-        EXPECT_TRUE(ContentDecoder::knows(name)) << name;
+        EXPECT_TRUE(ContentDecoder::isSupported(name)) << name;
     for (const char *name : {"", "br", "identity", "gzip2"})
-        EXPECT_FALSE(ContentDecoder::knows(name)) << name;
+        EXPECT_FALSE(ContentDecoder::isSupported(name)) << name;
 }
 
 TEST(UrlDownloadErrors, TransfersEndsHaveThePlatformsNumbers) {
@@ -189,7 +189,7 @@ TEST(UrlDownloadPoller, IsReadableOnceASocketIs) {
     EXPECT_TRUE(readable(poller.descriptor(), 1000));
     ASSERT_EQ(poller.ready().size(), 1U);
     EXPECT_EQ(poller.ready().front().data.fd, ends[0]);
-    EXPECT_FALSE(poller.crowded());
+    EXPECT_FALSE(poller.hasMore());
     poller.forget(ends[0]);
     EXPECT_FALSE(readable(poller.descriptor(), 0));
     ::close(ends[0]);
