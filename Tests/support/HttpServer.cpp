@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cerrno>
 #include <charconv>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -39,6 +40,8 @@ std::pair<int, int> listenOnLoopback(bool listening) {
 bool sendAll(int socket, std::string_view bytes) {
     while (!bytes.empty()) {
         const auto count = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (count < 0 && errno == EINTR)
+            continue;
         if (count <= 0)
             return false;
         bytes.remove_prefix(static_cast<std::size_t>(count));
@@ -49,7 +52,9 @@ bool sendAll(int socket, std::string_view bytes) {
 /// Appends what arrives; false at the end of the connection.
 bool receiveMore(int socket, std::string &buffer) {
     std::array<char, 16384> piece{};
-    const auto count = ::recv(socket, piece.data(), piece.size(), 0);
+    auto count = ::recv(socket, piece.data(), piece.size(), 0);
+    while (count < 0 && errno == EINTR)
+        count = ::recv(socket, piece.data(), piece.size(), 0);
     if (count <= 0)
         return false;
     buffer.append(piece.data(), static_cast<std::size_t>(count));
@@ -189,6 +194,8 @@ std::vector<HttpRequest> HttpServer::requests() const {
 void HttpServer::acceptAll() {
     for (;;) {
         const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        if (!stopping_ && socket < 0 && errno == EINTR)
+            continue;
         if (stopping_ || socket < 0) {
             if (socket >= 0)
                 ::close(socket);

@@ -1,9 +1,7 @@
 #include "GNUstep/download/Curl.hpp"
 
-#include "GNUstep/download/Names.hpp"
+#include "GNUstep/download/Address.hpp"
 
-#include <algorithm>
-#include <charconv>
 #include <string>
 #include <sys/socket.h>
 
@@ -11,25 +9,12 @@ namespace vant {
 namespace {
 
 constexpr long bufferSize = 512L * 1024;
-/// The transfer's own idle time-out ends an attempt to connect. The library's would count the time in which the thread
-/// was busy with something else, and blame the server for it.
+/// Never reached: the transfer's own idle time-out ends an attempt to connect. The library's would also count the time
+/// in which the thread was busy elsewhere, and blame the server for it.
 constexpr long connectSeconds = 24L * 60 * 60;
 
 curl_socket_t openSocket(void * /*context*/, curlsocktype /*purpose*/, curl_sockaddr *address) {
     return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
-}
-
-std::string_view trimmed(std::string_view text) {
-    const auto start = text.find_first_not_of(" \t");
-    const auto end = text.find_last_not_of(" \t\r\n");
-    return start == std::string_view::npos || end < start ? std::string_view{} : text.substr(start, end - start + 1);
-}
-
-template<class Number>
-Number number(std::string_view text, Number otherwise) {
-    Number value = otherwise;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
 }
 
 bool isOneLine(std::string_view text) {
@@ -75,7 +60,7 @@ void CurlSource::configure() {
     curl_easy_setopt(easy_, CURLOPT_COOKIEFILE, "");
     curl_easy_setopt(easy_, CURLOPT_CONNECTTIMEOUT, connectSeconds);
     curl_easy_setopt(easy_, CURLOPT_NOSIGNAL, 1L);
-    // A name still being looked up must not hold the thread when its download is given up.
+    // Abandoning a download whose host name is still being resolved must not block the thread.
     curl_easy_setopt(easy_, CURLOPT_QUICK_EXIT, 1L);
     if (isLoopback(addressHost(address)))
         curl_easy_setopt(easy_, CURLOPT_PROXY, "");
@@ -86,7 +71,7 @@ void CurlSource::addFields() {
         if (name.empty() || !isOneLine(name) || !isOneLine(value))
             continue;
         std::string line = name;
-        // The library sends a field without a value only when it is told so in this form.
+        // A field without a value is sent only if it is written in this form.
         line.append(value.empty() ? ";" : ": ").append(value);
         fields_ = curl_slist_append(fields_, line.c_str());
     }
@@ -126,8 +111,7 @@ DownloadError CurlSource::errorForHandle(CURL *easy, CURLcode result) noexcept {
 }
 
 std::size_t CurlSource::onHeader(char *bytes, std::size_t size, std::size_t count, void *source) {
-    static_cast<CurlSource *>(source)->addHeaderLine({bytes, size * count});
-    return size * count;
+    return static_cast<CurlSource *>(source)->addHeaderLine({bytes, size * count}) ? size * count : 0;
 }
 
 std::size_t CurlSource::onBody(char *bytes, std::size_t size, std::size_t count, void *source) {
@@ -147,43 +131,39 @@ std::size_t CurlSource::onBody(char *bytes, std::size_t size, std::size_t count,
 }
 
 void CurlSource::yieldAtEndOfSlice() {
-    // As long as the socket has more, the library goes on reading, however long that is. It looks at this between two
-    // of its buffers.
+    // The library reads on for as long as the socket has more; it honours a pause between two of its buffers.
     if (yielded_ || !slice_.isOver())
         return;
     yielded_ = true;
     curl_easy_pause(easy_, CURLPAUSE_RECV);
 }
 
-void CurlSource::addHeaderLine(std::string_view line) {
+bool CurlSource::addHeaderLine(std::string_view line) {
     if (announced_)
-        return;
-    const auto text = trimmed(line);
-    if (text.starts_with("HTTP/")) {
-        const auto blank = std::min(text.find(' '), text.size());
-        response_ = {};
-        response_.version = text.substr(0, blank);
-        response_.status = number(trimmed(text.substr(blank)), 0);
-    } else if (response_.status != 0 && text.empty()) {
-        constexpr int firstFinalStatus = 200;
-        if (response_.status >= firstFinalStatus)
-            announce();
-    } else if (const auto colon = text.find(':'); response_.status != 0 && colon != std::string_view::npos) {
-        response_.fields.push_back({std::string(text.substr(0, colon)), std::string(trimmed(text.substr(colon + 1)))});
+        return true;
+    switch (head_.addLine(line)) {
+    case ResponseHead::State::incomplete:
+        return true;
+    case ResponseHead::State::complete:
+        announce();
+        return true;
+    case ResponseHead::State::tooLong:
+        transfer_.reject(DownloadError::badServerResponse);
     }
+    return false;
 }
 
 void CurlSource::announce() {
     announced_ = true;
-    response_.address = transfer_.request().address;
-    if (response_.status == 0) {
+    auto response = head_.response();
+    response.address = transfer_.request().address;
+    response.expectedLength = announcedLength(response);
+    if (response.status == 0) {
         curl_off_t length = -1;
         curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
-        response_.expectedLength = length;
-    } else if (response_.field("Transfer-Encoding").empty()) {
-        response_.expectedLength = number<std::int64_t>(response_.field("Content-Length"), -1);
+        response.expectedLength = length;
     }
-    transfer_.receiveResponse(std::move(response_));
+    transfer_.receiveResponse(std::move(response));
 }
 
 } // namespace vant

@@ -1,4 +1,5 @@
 #pragma once
+#include "GNUstep/download/ResponseHead.hpp"
 #include "GNUstep/download/Transfer.hpp"
 
 #include <curl/curl.h>
@@ -16,9 +17,9 @@ public:
     [[nodiscard]] DownloadError resume() override;
     [[nodiscard]] bool yielded() const noexcept override { return yielded_; }
 
-    /// The transfer that a handle of the library belongs to.
+    /// The transfer that a handle was made for.
     [[nodiscard]] static Transfer *transferForHandle(CURL *easy) noexcept;
-    /// What the library's verdict on a handle means, to be asked before the source goes.
+    /// What the library's result for a handle means; only while its source exists.
     [[nodiscard]] static DownloadError errorForHandle(CURL *easy, CURLcode result) noexcept;
 
 private:
@@ -27,7 +28,7 @@ private:
     void configure();
     void addFields();
     void addBody();
-    void addHeaderLine(std::string_view line);
+    [[nodiscard]] bool addHeaderLine(std::string_view line);
     void announce();
     void yieldAtEndOfSlice();
 
@@ -35,7 +36,7 @@ private:
     CURL *easy_;
     Transfer &transfer_;
     curl_slist *fields_ = nullptr;
-    DownloadResponse response_;
+    ResponseHead head_;
     const Slice &slice_;
     bool announced_ = false;
     bool yielded_ = false;

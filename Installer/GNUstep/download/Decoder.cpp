@@ -16,17 +16,18 @@ constexpr int bareDeflate = -MAX_WBITS;
 
 struct ContentDecoder::Stream {
     z_stream state{};
+    std::string input;
     std::array<char, 128UL * 1024> output{};
+    bool drained = true;
     bool started = false;
     bool ended = false;
 
-    void offer(std::string_view bytes) noexcept {
-        // zlib's interface predates const; it does not write to its input.
-        state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.data()));
-        state.avail_in = static_cast<uInt>(bytes.size());
+    void rewind() noexcept {
+        state.next_in = reinterpret_cast<Bytef *>(input.data());
+        state.avail_in = static_cast<uInt>(input.size());
     }
 
-    /// Streams may follow one another. What is no stream is padding, which readers of gzip ignore: false.
+    /// Streams may follow one another. What isn't one is padding, which readers of gzip ignore: false.
     bool beginNext() noexcept {
         constexpr Bytef firstOfGzip = 0x1f;
         if (state.avail_in == 0 || *state.next_in != firstOfGzip)
@@ -36,20 +37,20 @@ struct ContentDecoder::Stream {
         return true;
     }
 
-    /// Decodes into the buffer; false for damage. Gives what there is in `count`.
-    bool step(std::string_view all, std::size_t &count) noexcept {
+    /// Fills the output buffer; false for damage.
+    bool step() noexcept {
         state.next_out = reinterpret_cast<Bytef *>(output.data());
         state.avail_out = static_cast<uInt>(output.size());
         int status = inflate(&state, Z_NO_FLUSH);
         if (status == Z_DATA_ERROR && !started) {
             // "deflate" means zlib's wrapping, yet half of the servers send the bare stream.
             inflateReset2(&state, bareDeflate);
-            offer(all);
+            rewind();
             status = inflate(&state, Z_NO_FLUSH);
         }
         started = true;
         ended = status == Z_STREAM_END;
-        count = output.size() - state.avail_out;
+        drained = state.avail_in == 0 && state.avail_out > 0;
         return status == Z_OK || status == Z_STREAM_END || status == Z_BUF_ERROR;
     }
 };
@@ -68,23 +69,30 @@ ContentDecoder::~ContentDecoder() {
     inflateEnd(&stream_->state);
 }
 
-ContentDecoder::Result ContentDecoder::decode(std::string_view bytes, const Sink &sink) {
-    auto &stream = *stream_;
-    stream.offer(bytes);
-    for (bool more = !bytes.empty(); more;) {
-        if (stream.ended && !stream.beginNext())
-            return Result::taken;
-        std::size_t count = 0;
-        if (!stream.step(bytes, count))
-            return Result::damaged;
-        if (count > 0 && !sink({stream.output.data(), count}))
-            return Result::stopped;
-        more = stream.state.avail_in > 0 || stream.state.avail_out == 0;
-    }
-    return Result::taken;
+void ContentDecoder::offer(std::string_view bytes) {
+    stream_->input = bytes;
+    stream_->rewind();
+    stream_->drained = bytes.empty();
 }
 
-bool ContentDecoder::complete() const noexcept {
+bool ContentDecoder::isDrained() const noexcept {
+    return stream_->drained;
+}
+
+std::optional<std::string_view> ContentDecoder::next() {
+    auto &stream = *stream_;
+    if (stream.drained)
+        return std::string_view{};
+    if (stream.ended && !stream.beginNext()) {
+        stream.drained = true;
+        return std::string_view{};
+    }
+    if (!stream.step())
+        return std::nullopt;
+    return std::string_view(stream.output.data(), stream.output.size() - stream.state.avail_out);
+}
+
+bool ContentDecoder::isComplete() const noexcept {
     return !stream_->started || stream_->ended;
 }
 

@@ -1,75 +1,30 @@
 #include "GNUstep/download/Engine.hpp"
 
+#include "GNUstep/download/Address.hpp"
 #include "GNUstep/download/Curl.hpp"
 #include "GNUstep/download/Local.hpp"
-#include "GNUstep/download/Names.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
-#include <mutex>
-#include <set>
 
 namespace vant {
 namespace {
 
-/// The longest that one turn moves data before the thread's other sources get theirs: half a frame of a smooth display.
+/// The longest that one pass transfers data before the thread's other sources are served: half a display frame.
 constexpr auto passLength = std::chrono::milliseconds(8);
 constexpr auto shortestSlice = std::chrono::microseconds(250);
-/// As many downloads run at once; the others begin as these end, on their connections.
+/// Downloads beyond these begin as others end, on their connections.
 constexpr std::ptrdiff_t maxRunning = 32;
 constexpr std::ptrdiff_t maxIdleConnections = 8;
 
-std::set<int> openDescriptors() {
-    std::set<int> numbers;
-    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd"))
-        numbers.insert(std::atoi(entry.path().filename().c_str()));
-    // The listing saw the descriptor by which it was read, whose number is free again.
-    std::erase_if(numbers, [](int number) { return ::fcntl(number, F_GETFD) < 0; });
-    return numbers;
-}
-
-/// The library makes the pair by which a multi handle is woken without the flag that keeps it from child processes, and
-/// does not say which it is.
-CURLM *newMulti() {
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-    const auto before = openDescriptors();
-    CURLM *multi = curl_multi_init();
-    for (const int number : openDescriptors())
-        if (!before.contains(number))
-            ::fcntl(number, F_SETFD, FD_CLOEXEC);
-    return multi;
-}
-
-DownloadError errorForAddress(const std::string &address, const std::string &scheme, bool redirected) {
-    if (address.empty())
-        return DownloadError::badAddress;
-    // A server has no say over this machine's own files.
-    if (scheme == "file" && !redirected)
-        return localPath(address) ? DownloadError::none : DownloadError::badAddress;
-    if (scheme != "http" && scheme != "https" && scheme != "ftp")
-        return DownloadError::unsupportedAddress;
-    return addressHost(address).empty() ? DownloadError::badAddress : DownloadError::none;
-}
-
 } // namespace
-
-DownloadEngine::DownloadEngine() : multi_(newMulti()) {
-    curl_multi_setopt(multi_, CURLMOPT_SOCKETFUNCTION, &DownloadEngine::onSocket);
-    curl_multi_setopt(multi_, CURLMOPT_SOCKETDATA, this);
-    curl_multi_setopt(multi_, CURLMOPT_TIMERFUNCTION, &DownloadEngine::onTimer);
-    curl_multi_setopt(multi_, CURLMOPT_TIMERDATA, this);
-}
 
 DownloadEngine::~DownloadEngine() {
     cancelAll();
-    curl_multi_cleanup(multi_);
 }
 
 std::shared_ptr<Transfer> DownloadEngine::start(DownloadRequest request, std::shared_ptr<DownloadListener> listener) {
-    auto transfer = std::make_shared<Transfer>(std::move(request), std::move(listener));
+    auto transfer = std::make_shared<Transfer>(std::move(request), std::move(listener), slice_);
     transfers_.push_back(transfer);
     updateAlarm();
     return transfer;
@@ -92,7 +47,7 @@ void DownloadEngine::cancelAll() {
 }
 
 void DownloadEngine::perform() {
-    // A listener may throw: what is still to be told must bring the next turn all the same.
+    // A listener may throw: messages still due must bring the next pass all the same.
     struct AlarmUpdate {
         DownloadEngine &engine;
         ~AlarmUpdate() { engine.updateAlarm(); }
@@ -113,6 +68,25 @@ void DownloadEngine::updateAlarm() {
     std::erase_if(transfers_, [](const auto &transfer) { return transfer->isFinished(); });
     startSources();
     poller_.alarmAt(deadline());
+    if (transfers_.empty())
+        closeConnections();
+}
+
+CURLM *DownloadEngine::multi() {
+    if (!multi_) {
+        multi_ = makeMultiHandle();
+        curl_multi_setopt(multi_.get(), CURLMOPT_SOCKETFUNCTION, &DownloadEngine::onSocket);
+        curl_multi_setopt(multi_.get(), CURLMOPT_SOCKETDATA, this);
+        curl_multi_setopt(multi_.get(), CURLMOPT_TIMERFUNCTION, &DownloadEngine::onTimer);
+        curl_multi_setopt(multi_.get(), CURLMOPT_TIMERDATA, this);
+    }
+    return multi_.get();
+}
+
+void DownloadEngine::closeConnections() {
+    multi_.reset();
+    sockets_.clear();
+    libraryTimer_ = Clock::time_point::max();
 }
 
 void DownloadEngine::startSources() {
@@ -125,19 +99,19 @@ void DownloadEngine::startSources() {
         startSource(*transfer);
         running += transfer->hasSource() ? 1 : 0;
     }
-    // Kept for those that follow while there are some, and given back as they become fewer.
-    curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(std::max(running, maxIdleConnections)));
+    // Idle connections serve the downloads that follow, and are closed as those become fewer.
+    if (multi_)
+        curl_multi_setopt(multi_.get(), CURLMOPT_MAXCONNECTS, static_cast<long>(std::max(running, maxIdleConnections)));
 }
 
 void DownloadEngine::startSource(Transfer &transfer) {
     const auto &address = transfer.request().address;
-    const auto scheme = addressScheme(address);
-    if (const auto fault = errorForAddress(address, scheme, transfer.wasRedirected()); fault != DownloadError::none)
-        transfer.finishSource(fault);
-    else if (scheme == "file")
+    if (const auto error = errorForAddress(address); error != DownloadError::none)
+        transfer.finishSource(error);
+    else if (addressScheme(address) == "file")
         transfer.setSource(std::make_unique<LocalSource>(*localPath(address), transfer, slice_));
     else
-        transfer.setSource(std::make_unique<CurlSource>(multi_, transfer, slice_));
+        transfer.setSource(std::make_unique<CurlSource>(multi(), transfer, slice_));
 }
 
 void DownloadEngine::transferData(Clock::time_point end) {
@@ -164,7 +138,7 @@ bool DownloadEngine::resumeYielded() {
 
 bool DownloadEngine::serveSockets(Clock::time_point end) {
     const auto events = poller_.ready();
-    // Every download with something to read is known to be alive before any of them is looked at.
+    // All downloads with something to read count as active before time is spent on any of them.
     for (const auto &event : events)
         noteActivity(event.data.fd);
     for (const auto &event : events) {
@@ -185,7 +159,8 @@ void DownloadEngine::startSlice() {
 
 void DownloadEngine::socketAction(curl_socket_t socket, int what) {
     int running = 0;
-    curl_multi_socket_action(multi_, socket, what, &running);
+    if (multi_)
+        curl_multi_socket_action(multi_.get(), socket, what, &running);
 }
 
 void DownloadEngine::noteActivity(curl_socket_t socket) {
@@ -195,7 +170,7 @@ void DownloadEngine::noteActivity(curl_socket_t socket) {
 }
 
 void DownloadEngine::extendDeadline(Clock::duration late) {
-    // So long the thread was busy with something else: that is no silence of the servers'.
+    // The thread was busy elsewhere for this long; don't count it as server inactivity.
     for (const auto &transfer : transfers_)
         transfer->extendDeadline(late, Clock::now());
 }
@@ -210,7 +185,7 @@ void DownloadEngine::runTimer() {
 
 void DownloadEngine::collectFinished() {
     int left = 0;
-    while (const CURLMsg *message = curl_multi_info_read(multi_, &left)) {
+    while (const CURLMsg *message = multi_ ? curl_multi_info_read(multi_.get(), &left) : nullptr) {
         if (message->msg != CURLMSG_DONE)
             continue;
         CURL *const easy = message->easy_handle;
@@ -253,7 +228,7 @@ void DownloadEngine::watch(CURL *easy, curl_socket_t socket, int what) {
         sockets_.erase(socket);
         return;
     }
-    // The library's own pairs, by which a name look-up wakes it, are made without the flag.
+    // The socket pairs of the library's resolver are created without close-on-exec.
     ::fcntl(socket, F_SETFD, FD_CLOEXEC);
     poller_.watch(socket, ((what & CURL_POLL_IN) != 0 ? EPOLLIN : 0U) | ((what & CURL_POLL_OUT) != 0 ? EPOLLOUT : 0U));
     sockets_[socket] = CurlSource::transferForHandle(easy)->weak_from_this();

@@ -1,4 +1,5 @@
 #pragma once
+#include "GNUstep/download/Multi.hpp"
 #include "GNUstep/download/Poller.hpp"
 #include "GNUstep/download/Transfer.hpp"
 
@@ -13,20 +14,21 @@ namespace vant {
 /// `perform` when that is readable. All of its operations belong to the thread that made it.
 class DownloadEngine {
 public:
-    DownloadEngine();
+    DownloadEngine() = default;
     DownloadEngine(const DownloadEngine &) = delete;
     DownloadEngine &operator=(const DownloadEngine &) = delete;
     ~DownloadEngine();
 
-    /// Readable when there is something to do; one descriptor for all downloads, sockets and timers. Close-on-exec.
+    /// Readable when there is work; one descriptor for all downloads, sockets and timers. Close-on-exec.
     [[nodiscard]] int descriptor() const noexcept { return poller_.descriptor(); }
 
     /// True while a download is neither finished, failed nor cancelled.
     [[nodiscard]] bool busy() const noexcept { return !transfers_.empty(); }
 
-    /// Begins a download. The listener lives as long as the download runs; its first message comes from `perform`.
+    /// Starts a download. The listener is kept while it runs; its first message comes from `perform`.
     std::shared_ptr<Transfer> start(DownloadRequest request, std::shared_ptr<DownloadListener> listener);
 
+    /// Sets the file to write, if none was set before.
     void setDestination(Transfer &transfer, std::string path, Existing existing);
 
     /// Ends a download without a message.
@@ -35,7 +37,8 @@ public:
     /// Ends every download without a message.
     void cancelAll();
 
-    /// Moves what can be moved without waiting, for a bounded time, and tells the listeners. A listener may call it.
+    /// Transfers what can be transferred without waiting, for a bounded time, and calls the listeners. A listener may
+    /// call it again. After the last download's end no connection stays open.
     void perform();
 
 private:
@@ -44,6 +47,8 @@ private:
     static int onSocket(CURL *easy, curl_socket_t socket, int what, void *engine, void *perSocket);
     static int onTimer(CURLM *multi, long milliseconds, void *engine);
     void watch(CURL *easy, curl_socket_t socket, int what);
+    [[nodiscard]] CURLM *multi();
+    void closeConnections();
     void startSources();
     void startSource(Transfer &transfer);
     void transferData(Clock::time_point end);
@@ -61,11 +66,12 @@ private:
     [[nodiscard]] Clock::time_point deadline() const;
 
     DownloadPoller poller_;
-    CURLM *multi_;
     Clock::time_point libraryTimer_ = Clock::time_point::max();
     Slice slice_;
-    Transfers transfers_;
     std::map<curl_socket_t, std::weak_ptr<Transfer>> sockets_;
+    /// Exists while downloads run. Its end calls back into what is declared above it.
+    MultiHandle multi_;
+    Transfers transfers_;
 };
 
 } // namespace vant

@@ -1,9 +1,42 @@
 #include "GNUstep/download/Errors.hpp"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 
 namespace vant {
 namespace {
+
+struct TransferError {
+    CURLcode result;
+    DownloadError error;
+};
+
+// clang-format off
+constexpr auto transferErrors = std::to_array<TransferError>({
+    {CURLE_OK,                      DownloadError::none},
+    {CURLE_URL_MALFORMAT,           DownloadError::badAddress},
+    {CURLE_OPERATION_TIMEDOUT,      DownloadError::timedOut},
+    {CURLE_COULDNT_RESOLVE_HOST,    DownloadError::cannotFindHost},
+    {CURLE_COULDNT_RESOLVE_PROXY,   DownloadError::cannotFindHost},
+    {CURLE_RECV_ERROR,              DownloadError::connectionLost},
+    {CURLE_SEND_ERROR,              DownloadError::connectionLost},
+    {CURLE_GOT_NOTHING,             DownloadError::connectionLost},
+    {CURLE_PARTIAL_FILE,            DownloadError::connectionLost},
+    // The scheme was checked before: here it is an answer in a protocol that was not asked for.
+    {CURLE_UNSUPPORTED_PROTOCOL,    DownloadError::badServerResponse},
+    {CURLE_WEIRD_SERVER_REPLY,      DownloadError::badServerResponse},
+    {CURLE_LOGIN_DENIED,            DownloadError::authenticationRequired},
+    {CURLE_REMOTE_FILE_NOT_FOUND,   DownloadError::fileDoesNotExist},
+    {CURLE_FTP_COULDNT_RETR_FILE,   DownloadError::fileDoesNotExist},
+    {CURLE_REMOTE_ACCESS_DENIED,    DownloadError::noPermissionToRead},
+    {CURLE_SSL_CONNECT_ERROR,       DownloadError::secureConnectionFailed},
+    {CURLE_SSL_CIPHER,              DownloadError::secureConnectionFailed},
+    {CURLE_PEER_FAILED_VERIFICATION, DownloadError::certificateUntrusted},
+    {CURLE_SSL_CACERT_BADFILE,      DownloadError::certificateUntrusted},
+    {CURLE_SSL_ISSUER_ERROR,        DownloadError::certificateUntrusted},
+});
+// clang-format on
 
 DownloadError errorForConnecting(long systemError) noexcept {
     switch (systemError) {
@@ -20,44 +53,10 @@ DownloadError errorForConnecting(long systemError) noexcept {
 } // namespace
 
 DownloadError errorForTransfer(CURLcode result, long systemError) noexcept {
-    switch (result) {
-    case CURLE_OK:
-        return DownloadError::none;
-    case CURLE_URL_MALFORMAT:
-        return DownloadError::badAddress;
-    case CURLE_OPERATION_TIMEDOUT:
-        return DownloadError::timedOut;
-    case CURLE_COULDNT_RESOLVE_HOST:
-    case CURLE_COULDNT_RESOLVE_PROXY:
-        return DownloadError::cannotFindHost;
-    case CURLE_COULDNT_CONNECT:
+    if (result == CURLE_COULDNT_CONNECT)
         return errorForConnecting(systemError);
-    case CURLE_RECV_ERROR:
-    case CURLE_SEND_ERROR:
-    case CURLE_GOT_NOTHING:
-    case CURLE_PARTIAL_FILE:
-        return DownloadError::connectionLost;
-    // The scheme has been looked at before: here it is an answer in no protocol that was asked for.
-    case CURLE_UNSUPPORTED_PROTOCOL:
-    case CURLE_WEIRD_SERVER_REPLY:
-        return DownloadError::badServerResponse;
-    case CURLE_LOGIN_DENIED:
-        return DownloadError::authenticationRequired;
-    case CURLE_REMOTE_FILE_NOT_FOUND:
-    case CURLE_FTP_COULDNT_RETR_FILE:
-        return DownloadError::fileDoesNotExist;
-    case CURLE_REMOTE_ACCESS_DENIED:
-        return DownloadError::noPermissionToRead;
-    case CURLE_SSL_CONNECT_ERROR:
-    case CURLE_SSL_CIPHER:
-        return DownloadError::secureConnectionFailed;
-    case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_SSL_CACERT_BADFILE:
-    case CURLE_SSL_ISSUER_ERROR:
-        return DownloadError::certificateUntrusted;
-    default:
-        return DownloadError::unknown;
-    }
+    const auto *const found = std::ranges::find(transferErrors, result, &TransferError::result);
+    return found == transferErrors.end() ? DownloadError::unknown : found->error;
 }
 
 DownloadError errorForOpening(int systemError, bool exists) noexcept {

@@ -3,7 +3,7 @@
 
 namespace vant {
 
-/// The platform's numbers for what ends a download without its file, in its URL error domain.
+/// Why a download failed: the platform's codes in its URL error domain.
 enum class DownloadError : int {
     none = 0,
     unknown = -1,
@@ -30,13 +30,13 @@ enum class DownloadError : int {
     cannotWriteFile = -3003,
 };
 
-/// What a transfer's end means. `systemError` is the errno of the attempt to connect, 0 when there is none.
+/// The error for the result of a transfer. `systemError` is the errno of the attempt to connect, 0 when there is none.
 [[nodiscard]] DownloadError errorForTransfer(CURLcode result, long systemError) noexcept;
 
-/// What a failure to make the destination means. `exists` tells that something stood at the path before.
+/// The error for a destination that can't be created. `exists`: something stood at the path before.
 [[nodiscard]] DownloadError errorForOpening(int systemError, bool exists) noexcept;
 
-/// What a failure to read a local file means.
+/// The error for a local file that can't be read.
 [[nodiscard]] DownloadError errorForReading(int systemError) noexcept;
 
 } // namespace vant

@@ -1,10 +1,12 @@
 #include "GNUstep/download/File.hpp"
 
 #include "GNUstep/download/Names.hpp"
+#include "GNUstep/process/Uninterrupted.hpp"
 
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 #include <utility>
 
@@ -15,12 +17,13 @@ constexpr std::size_t maxNumberedNames = 10'000;
 
 /// A new file of that name, or -1: whatever stands there, a link included, is never written through.
 int makeNew(const std::string &path) noexcept {
-    return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    return uninterrupted([&] { return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666); });
 }
 
 /// The existing file, emptied: for a folder in which nothing can be removed but the file itself may be written.
 int reuse(const std::string &path) noexcept {
-    return ::open(path.c_str(), O_WRONLY | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    constexpr int flags = O_WRONLY | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    return uninterrupted([&] { return ::open(path.c_str(), flags); });
 }
 
 /// A new file in the place of an existing one. The old one is unlinked, not emptied: who has it open keeps reading it.
@@ -62,14 +65,19 @@ DownloadError DownloadFile::create(const std::string &path, Existing existing) {
 
 DownloadError DownloadFile::write(std::string_view bytes) noexcept {
     while (!bytes.empty()) {
-        const auto count = ::write(descriptor_, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR)
-            continue;
+        const auto count = uninterrupted([&] { return ::write(descriptor_, bytes.data(), bytes.size()); });
         if (count <= 0)
             return DownloadError::cannotWriteFile;
         bytes.remove_prefix(static_cast<std::size_t>(count));
     }
     return DownloadError::none;
+}
+
+std::uint64_t DownloadFile::freeSpace() const noexcept {
+    struct statvfs volume = {};
+    if (::fstatvfs(descriptor_, &volume) != 0)
+        return 0;
+    return std::uint64_t{volume.f_bavail} * volume.f_frsize;
 }
 
 DownloadError DownloadFile::close() noexcept {

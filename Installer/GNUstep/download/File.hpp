@@ -1,6 +1,7 @@
 #pragma once
 #include "GNUstep/download/Errors.hpp"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -9,7 +10,7 @@ namespace vant {
 /// What to do with a file that stands at the destination already.
 enum class Existing { replace, keep };
 
-/// The file a download writes: made, filled, then kept or taken away again. The descriptor is closed on exec.
+/// The file a download writes: created, filled, then kept or removed. The descriptor is closed on exec.
 class DownloadFile {
 public:
     DownloadFile() = default;
@@ -17,11 +18,14 @@ public:
     DownloadFile &operator=(const DownloadFile &) = delete;
     ~DownloadFile();
 
-    /// Makes the file, once. `Existing::keep` leaves a file of that name alone and takes the next free numbered name.
+    /// Creates the file, once. `Existing::keep` leaves a file of that name alone and takes the next free numbered name.
     [[nodiscard]] DownloadError create(const std::string &path, Existing existing);
 
     /// Appends the bytes.
     [[nodiscard]] DownloadError write(std::string_view bytes) noexcept;
+
+    /// The bytes that its volume has left for this user; 0 when they can't be told.
+    [[nodiscard]] std::uint64_t freeSpace() const noexcept;
 
     /// Ends the writing; the file stays.
     [[nodiscard]] DownloadError close() noexcept;
@@ -32,7 +36,7 @@ public:
     /// True from a successful `create` on, closed or not.
     [[nodiscard]] bool created() const noexcept { return !path_.empty(); }
 
-    /// The path of the file made; empty before.
+    /// The path of the file created; empty before.
     [[nodiscard]] const std::string &path() const noexcept { return path_; }
 
 private:

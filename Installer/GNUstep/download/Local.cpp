@@ -1,5 +1,7 @@
 #include "GNUstep/download/Local.hpp"
 
+#include "GNUstep/process/Uninterrupted.hpp"
+
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -18,7 +20,7 @@ LocalSource::~LocalSource() {
 }
 
 DownloadError LocalSource::open() {
-    descriptor_ = ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    descriptor_ = uninterrupted([&] { return ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); });
     struct stat file = {};
     if (descriptor_ < 0 || ::fstat(descriptor_, &file) != 0)
         return errorForReading(errno);
@@ -35,7 +37,7 @@ DownloadError LocalSource::resume() {
             return failure;
     std::array<char, 128UL * 1024> bytes; // NOLINT: filled below
     do {
-        const auto count = ::pread(descriptor_, bytes.data(), bytes.size(), offset_);
+        const auto count = uninterrupted([&] { return ::pread(descriptor_, bytes.data(), bytes.size(), offset_); });
         if (count < 0)
             return DownloadError::noPermissionToRead;
         ended_ = count == 0;

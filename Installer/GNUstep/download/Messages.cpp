@@ -1,5 +1,6 @@
 #include "GNUstep/download/Messages.hpp"
 
+#include "GNUstep/download/Address.hpp"
 #include "GNUstep/download/Names.hpp"
 
 #include <algorithm>

@@ -10,12 +10,13 @@
 
 namespace vant {
 
+/// A field of a request's or a response's header.
 struct HeaderField {
     std::string name;
     std::string value;
 };
 
-/// What is asked for. Fields are sent as they stand; a zero or negative time-out stands for the usual 60 seconds.
+/// A download's request. Fields are sent as they stand; a time-out in seconds, 60 when zero or negative.
 struct DownloadRequest {
     std::string address;
     std::string method = "GET";
@@ -24,7 +25,7 @@ struct DownloadRequest {
     double timeOut = 60;
 };
 
-/// What was answered. `status` is 0 for a protocol without one, `expectedLength` -1 when the server did not say.
+/// The server's response. `status` is 0 for protocols without status codes, `expectedLength` -1 when unknown.
 struct DownloadResponse {
     std::string address;
     int status = 0;
@@ -35,27 +36,27 @@ struct DownloadResponse {
     /// The value of a field, whatever the case of its name; empty when it is absent.
     [[nodiscard]] std::string_view field(std::string_view name) const noexcept;
 
-    /// The name that the server or the address proposes for the file.
+    /// The file name that the server or the address suggests.
     [[nodiscard]] std::string suggestedName() const;
 
-    /// The kind of the body, without parameters; "application/octet-stream" when the server did not say.
+    /// The body's media type, without parameters; "application/octet-stream" when the server did not say.
     [[nodiscard]] std::string_view mediaType() const noexcept;
 
-    /// The address to go on to when this is a redirect with a usable target, else nothing.
+    /// The target of a redirect; nothing for any other response, or without a usable target.
     [[nodiscard]] std::optional<std::string> redirect() const;
 };
 
-/// The request that follows a redirect, as browsers do it: a form that was posted is fetched, a 303 always is, and
-/// credentials stay with the host that they were meant for.
+/// The request that follows a redirect, as browsers make it: a POST becomes a GET, after a 303 every method but HEAD
+/// does, and credentials are dropped for another host.
 [[nodiscard]] DownloadRequest redirected(const DownloadRequest &request, int status, std::string target);
 
-/// Who is told of a download. Each call comes from the engine's `perform`, never from inside another of its operations,
-/// and may start, cancel or direct downloads, or run `perform` again.
+/// Receives a download's messages. Each comes from the engine's `perform`, never from inside another of its operations,
+/// and may start or cancel downloads, set destinations, or run `perform` again.
 class DownloadListener {
 public:
     virtual ~DownloadListener() = default;
     virtual void didBegin() = 0;
-    /// The request to go on with; nothing makes the redirect itself the answer.
+    /// The request to continue with; nothing makes the redirect itself the response.
     virtual std::optional<DownloadRequest> willRedirect(const DownloadRequest &proposed,
                                                         const DownloadResponse &by) = 0;
     virtual void didReceiveResponse(const DownloadResponse &response) = 0;
@@ -66,24 +67,25 @@ public:
     virtual void didFail(DownloadError error, const std::string &address) = 0;
 };
 
+/// The messages of a listener.
 enum class DownloadMessage { none, begin, redirect, response, decide, create, data, finish, fail };
 
-/// How far a download is, as far as its messages are concerned.
+/// The state of a download that decides its next message.
 struct DownloadStage {
-    bool begun = false;             ///< `begin` was told.
-    bool redirectPending = false;   ///< A redirect is to be put to the listener.
-    bool responsePending = false;   ///< A response is to be told.
-    bool responseDelivered = false; ///< It was, and its body may be taken.
+    bool begun = false;             ///< `begin` was delivered.
+    bool redirectPending = false;   ///< A redirect is to be delivered.
+    bool responsePending = false;   ///< A response is to be delivered.
+    bool responseDelivered = false; ///< It was, and its body may be received.
     bool decisionAsked = false;     ///< The listener was asked for a destination.
     bool destinationKnown = false;  ///< There is one, from whomever.
     bool fileMade = false;          ///< The file exists.
-    bool dataPending = false;       ///< Bytes were written that were not told.
-    bool dataDue = false;           ///< Enough time has gone by to tell them.
+    bool dataPending = false;       ///< Bytes were written and not yet reported.
+    bool dataDue = false;           ///< Enough time has passed to report them.
     bool ended = false;             ///< No more bytes will come.
     bool failed = false;            ///< It ended without the whole file.
 };
 
-/// What is to be told next: the platform's order, one terminal message, and nothing between it and the last data.
+/// The next delegate message, in the platform's order; exactly one terminal message, right after the last data.
 [[nodiscard]] DownloadMessage nextMessage(const DownloadStage &stage) noexcept;
 
 } // namespace vant

@@ -1,5 +1,7 @@
 #include "GNUstep/download/Poller.hpp"
 
+#include "GNUstep/process/Uninterrupted.hpp"
+
 #include <algorithm>
 #include <cstdint>
 #include <sys/timerfd.h>
@@ -30,7 +32,8 @@ void DownloadPoller::forget(int socket) noexcept {
 }
 
 std::span<const epoll_event> DownloadPoller::ready() noexcept {
-    const int found = ::epoll_wait(poller_, events_.data(), static_cast<int>(events_.size()), 0);
+    const int found =
+        uninterrupted([&] { return ::epoll_wait(poller_, events_.data(), static_cast<int>(events_.size()), 0); });
     const auto count = static_cast<std::size_t>(std::max(found, 0));
     hasMore_ = count == events_.size();
     const auto end = std::remove_if(events_.begin(), events_.begin() + static_cast<std::ptrdiff_t>(count),
@@ -39,7 +42,7 @@ std::span<const epoll_event> DownloadPoller::ready() noexcept {
 }
 
 void DownloadPoller::alarmAt(Clock::time_point time) noexcept {
-    // An alarm that goes off early costs one look; setting it anew for every piece of data would cost a call each.
+    // An alarm that goes off early costs one pass; setting it anew for every piece of data would cost a call each.
     if (time >= alarm_)
         return;
     alarm_ = time;
@@ -55,8 +58,8 @@ Clock::duration DownloadPoller::takeAlarm(Clock::time_point now) noexcept {
     if (now < alarm_)
         return Clock::duration::zero();
     std::uint64_t expirations = 0;
-    // Nothing to read means that the alarm is due and the kernel has yet to notice: it will, and is set anew by then.
-    [[maybe_unused]] const auto count = ::read(timer_, &expirations, sizeof expirations);
+    // Nothing to read: the alarm is due, but the kernel has yet to notice. It is set anew by then.
+    [[maybe_unused]] const auto count = uninterrupted([&] { return ::read(timer_, &expirations, sizeof expirations); });
     const auto late = now - alarm_;
     alarm_ = Clock::time_point::max();
     return late;

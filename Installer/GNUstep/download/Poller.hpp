@@ -1,15 +1,15 @@
 #pragma once
+#include "GNUstep/download/Slice.hpp"
+
 #include <array>
-#include <chrono>
+#include <cstdint>
 #include <span>
 #include <sys/epoll.h>
 
 namespace vant {
 
-using Clock = std::chrono::steady_clock;
-
-/// Any number of sockets and one alarm behind a single descriptor, which is readable when one of them has something to
-/// tell. It never waits. Its descriptors are closed on exec.
+/// Any number of sockets and one alarm behind a single descriptor, which is readable when one of them is ready. It
+/// never waits. Its descriptors are closed on exec.
 class DownloadPoller {
 public:
     DownloadPoller();
@@ -19,18 +19,19 @@ public:
 
     [[nodiscard]] int descriptor() const noexcept { return poller_; }
 
-    /// Looks out for what `events` names (EPOLLIN, EPOLLOUT) on a socket, instead of what it did before.
+    /// Watches a socket for `events` (EPOLLIN, EPOLLOUT), which replace those watched before.
     void watch(int socket, std::uint32_t events) noexcept;
+    /// Stops watching a socket.
     void forget(int socket) noexcept;
 
-    /// The sockets that have something to tell now. Valid until the next call.
+    /// The sockets that are ready now. Valid until the next call.
     [[nodiscard]] std::span<const epoll_event> ready() noexcept;
-    /// True when the last answer of `ready` may have left some out.
+    /// True when the last result of `ready` may have left some out.
     [[nodiscard]] bool hasMore() const noexcept { return hasMore_; }
 
-    /// Sets the alarm, unless it is going to go off earlier anyway.
+    /// Sets the alarm, unless it goes off earlier anyway.
     void alarmAt(Clock::time_point time) noexcept;
-    /// Switches off an alarm that has gone off. Gives the time since it was due, zero when it was not.
+    /// Clears an alarm that is due. Gives the time since it was, zero when it isn't.
     Clock::duration takeAlarm(Clock::time_point now) noexcept;
 
 private:

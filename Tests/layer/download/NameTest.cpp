@@ -1,3 +1,4 @@
+#include "GNUstep/download/Address.hpp"
 #include "GNUstep/download/Names.hpp"
 
 #include <gtest/gtest.h>

@@ -27,12 +27,13 @@ const std::string sample = [] {
 std::string decoded(std::string_view bytes, std::size_t piece, ContentDecoder &decoder) {
     std::string out;
     for (std::size_t at = 0; at < bytes.size(); at += piece) {
-        const auto result = decoder.decode(bytes.substr(at, piece), [&](std::string_view text) {
-            out += text;
-            return true;
-        });
-        if (result != ContentDecoder::Result::taken)
-            return "damaged";
+        decoder.offer(bytes.substr(at, piece));
+        while (!decoder.isDrained()) {
+            const auto text = decoder.next();
+            if (!text)
+                return "damaged";
+            out += *text;
+        }
     }
     return out;
 }
@@ -50,7 +51,7 @@ TEST(UrlDownloadDecoder, ReadsEveryWrappingInPiecesOfAnySize) {
             ContentDecoder decoder;
             EXPECT_EQ(decoded(packed(sample, wrapping), piece, decoder), sample)
                 << static_cast<int>(wrapping) << " " << piece;
-            EXPECT_TRUE(decoder.complete());
+            EXPECT_TRUE(decoder.isComplete());
         }
 }
 
@@ -62,7 +63,7 @@ TEST(UrlDownloadDecoder, ReadsGzipByteByByte) {
 TEST(UrlDownloadDecoder, ReadsStreamsThatFollowOneAnotherAndSkipsPadding) {
     ContentDecoder decoder;
     EXPECT_EQ(decoded(gzip("one ") + gzip("two") + std::string(10, '\0'), 1000, decoder), "one two");
-    EXPECT_TRUE(decoder.complete());
+    EXPECT_TRUE(decoder.isComplete());
 }
 
 TEST(UrlDownloadDecoder, KnowsThatAStreamWasCut) {
@@ -70,9 +71,9 @@ TEST(UrlDownloadDecoder, KnowsThatAStreamWasCut) {
     for (const std::size_t length : {1UL, 5UL, 100UL, whole.size() - 9, whole.size() - 1}) {
         ContentDecoder decoder;
         (void)decoded(whole.substr(0, length), 1000, decoder);
-        EXPECT_FALSE(decoder.complete()) << length;
+        EXPECT_FALSE(decoder.isComplete()) << length;
     }
-    EXPECT_TRUE(ContentDecoder().complete());
+    EXPECT_TRUE(ContentDecoder().isComplete());
 }
 
 TEST(UrlDownloadDecoder, RefusesDamage) {
@@ -80,12 +81,21 @@ TEST(UrlDownloadDecoder, RefusesDamage) {
     damaged[damaged.size() / 2] = static_cast<char>(damaged[damaged.size() / 2] ^ 0x55);
     ContentDecoder decoder;
     const bool refused = decoded(damaged, 1000, decoder) == "damaged";
-    EXPECT_TRUE(refused || !decoder.complete());
+    EXPECT_TRUE(refused || !decoder.isComplete());
 }
 
-TEST(UrlDownloadDecoder, StopsWhenItsSinkIsFull) {
+TEST(UrlDownloadDecoder, GivesLargeContentInPiecesOfBoundedSize) {
     ContentDecoder decoder;
-    EXPECT_EQ(decoder.decode(gzip(sample), [](std::string_view) { return false; }), ContentDecoder::Result::stopped);
+    decoder.offer(gzip(std::string(10'000'000, 'x')));
+    std::size_t sum = 0;
+    while (!decoder.isDrained()) {
+        const auto piece = decoder.next();
+        ASSERT_TRUE(piece);
+        ASSERT_LE(piece->size(), 128UL * 1024);
+        sum += piece->size();
+    }
+    EXPECT_EQ(sum, 10'000'000U);
+    EXPECT_EQ(decoder.next()->size(), 0U) << "a drained decoder has nothing to give";
 }
 
 TEST(UrlDownloadDecoder, KnowsItsEncodings) {

@@ -117,6 +117,13 @@ TEST_F(UrlDownloadRequest, DoesNotFollowARedirectOutOfTheWeb) {
     EXPECT_FALSE(exists(@"file"));
 }
 
+TEST_F(UrlDownloadRequest, DoesNotFollowARedirectToAnUnprotectedProtocol) {
+    server.serve("/1", redirect("ftp://127.0.0.1:" + std::to_string(closedPort()) + "/2"));
+    fetch(server.url("/1"));
+    EXPECT_EQ(text([recorder story]), "begin redirect fail");
+    EXPECT_EQ(errorCode(), -1002);
+}
+
 TEST_F(UrlDownloadRequest, KeepsCredentialsFromAnotherHost) {
     server.serve("/1", redirect("http://localhost:" + std::to_string(server.port()) + "/2"));
     server.serve("/2", HttpReply{.body = "x"});

@@ -2,7 +2,9 @@
 #import <AppKit/AppKit.h>
 
 #include <ctime>
+#include <netinet/in.h>
 #include <sched.h>
+#include <sys/socket.h>
 
 /// A thread whose body is a lambda.
 @interface LambdaThread : NSThread {
@@ -64,6 +66,19 @@ void onThread(std::function<void()> body) {
     [thread start];
     while (![thread isFinished])
         [NSThread sleepForTimeInterval:0.002];
+}
+
+/// This process's connections to a port of its own, seen from the end that connected.
+int connectionsTo(int port) {
+    int count = 0;
+    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+        sockaddr_in peer{};
+        socklen_t length = sizeof peer;
+        if (::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &length) == 0 &&
+            peer.sin_family == AF_INET && ntohs(peer.sin_port) == port)
+            ++count;
+    }
+    return count;
 }
 
 double threadSeconds() {
@@ -188,13 +203,38 @@ TEST_F(UrlDownloadLoop, OneDelegateServesManyDownloads) {
 }
 
 TEST_F(UrlDownloadLoop, UsesOneConnectionForDownloadsOneAfterAnother) {
+    server.serve("/long", HttpReply{.body = pattern(1000), .fault = Fault::stall, .faultAfter = 500});
     server.serve("/a", HttpReply{.body = pattern(5000)});
+    NSURLDownload *running = startRequest(request(server.url("/long")), nil);
     for (int i = 0; i < 5; ++i) {
         [recorder release];
         recorder = [[DownloadRecorder alloc] init];
         fetch(server.url("/a"));
     }
-    EXPECT_EQ(server.connections(), 1U);
+    EXPECT_EQ(server.connections(), 2U);
+    [running cancel];
+}
+
+TEST_F(UrlDownloadLoop, ClosesItsConnectionsWhenTheLastDownloadEnds) {
+    server.serve("/a", HttpReply{.body = pattern(5000), .pieceDelay = 10ms, .pieceLength = 1000});
+    for (NSString *file in @[ @"1", @"2", @"3" ])
+        start(server.url("/a"), file);
+    ASSERT_TRUE(runUntil([&] { return [recorder received] > 0; }));
+    EXPECT_EQ(connectionsTo(server.port()), 3);
+    ASSERT_TRUE(runUntil([&] { return [recorder received] == 15'000; }));
+    EXPECT_TRUE(runUntil([&] { return connectionsTo(server.port()) == 0; }));
+    [recorder release];
+    recorder = [[DownloadRecorder alloc] init];
+    fetch(server.url("/a"), @"4");
+    EXPECT_EQ([contents(@"4") length], 5000U) << "a later download finds its way again";
+}
+
+TEST_F(UrlDownloadLoop, ClosesItsConnectionsWhenTheLastDownloadIsCancelled) {
+    server.serve("/a", HttpReply{.body = pattern(1000), .fault = Fault::stall, .faultAfter = 500});
+    NSURLDownload *download = start(server.url("/a"));
+    ASSERT_TRUE(runUntil([&] { return [recorder received] == 500; }));
+    [download cancel];
+    EXPECT_EQ(connectionsTo(server.port()), 0);
 }
 
 TEST_F(UrlDownloadLoop, DelegateMayRunTheLoopFromWithinAMessage) {
