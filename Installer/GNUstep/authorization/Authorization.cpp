@@ -3,11 +3,12 @@
 #include "GNUstep/authorization/AuthorizationHandles.hpp"
 #include "GNUstep/authorization/AuthorizationPrompt.hpp"
 #include "GNUstep/authorization/PrivilegedTool.hpp"
+#include "GNUstep/authorization/ToolExit.hpp"
 
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
@@ -15,6 +16,8 @@ namespace {
 constexpr AuthorizationFlags knownFlags = kAuthorizationFlagInteractionAllowed | kAuthorizationFlagExtendRights |
                                           kAuthorizationFlagPartialRights | kAuthorizationFlagDestroyRights |
                                           kAuthorizationFlagPreAuthorize;
+using Clock = std::chrono::steady_clock;
+
 constexpr auto administratorRight = "system.privilege.admin";
 
 bool hasUnknownFlags(AuthorizationFlags flags) {
@@ -37,8 +40,8 @@ std::vector<std::string> rightNames(const AuthorizationRights &rights) {
     return names;
 }
 
-OSStatus ask() {
-    switch (vant::promptAnswer()) {
+OSStatus statusOfPrompt(vant::PromptAnswer answer) {
+    switch (answer) {
     case vant::PromptAnswer::granted:
         return errAuthorizationSuccess;
     case vant::PromptAnswer::denied:
@@ -51,13 +54,37 @@ OSStatus ask() {
     return errAuthorizationInternal;
 }
 
-/// What a handle that lacks the rights gets, without regard to which rights they are.
-OSStatus extendRights(AuthorizationFlags flags) {
+/// Asks for the rights, whatever they are, and adds them to the handle when they are granted.
+OSStatus askForRights(AuthorizationRef handle, const std::vector<std::string> &names, vant::PromptReason reason) {
+    const OSStatus status = statusOfPrompt(vant::promptAnswer(reason));
+    if (status == errAuthorizationSuccess)
+        vant::grantRights(handle, names, vant::rightExpiry(Clock::now()));
+    return status;
+}
+
+OSStatus ensureRights(AuthorizationRef handle, const std::vector<std::string> &names, AuthorizationFlags flags) {
+    const auto state = vant::rightsState(handle, names, Clock::now());
+    if (state == vant::RightsState::granted)
+        return errAuthorizationSuccess;
     if ((flags & kAuthorizationFlagInteractionAllowed) == 0)
         return errAuthorizationInteractionNotAllowed;
     if ((flags & kAuthorizationFlagExtendRights) == 0)
         return errAuthorizationDenied;
-    return ask();
+    const bool isLater = state == vant::RightsState::expired;
+    return askForRights(handle, names, isLater ? vant::PromptReason::expired : vant::PromptReason::first);
+}
+
+/// A launch asks again for a right that has expired, but never for one that was not granted before.
+OSStatus ensureLaunchRight(AuthorizationRef handle) {
+    switch (vant::rightsState(handle, {administratorRight}, Clock::now())) {
+    case vant::RightsState::granted:
+        return errAuthorizationSuccess;
+    case vant::RightsState::expired:
+        return askForRights(handle, {administratorRight}, vant::PromptReason::expired);
+    case vant::RightsState::missing:
+        break;
+    }
+    return errAuthorizationDenied;
 }
 
 AuthorizationRights *copiedRights(const std::vector<std::string> &names) {
@@ -69,22 +96,6 @@ AuthorizationRights *copiedRights(const std::vector<std::string> &names) {
 }
 
 } // namespace
-
-namespace vant {
-
-PromptAnswer promptAnswer() {
-    const char *const variable = std::getenv("VANT_AUTHORIZATION");
-    const std::string_view answer = variable != nullptr ? variable : "";
-    if (answer == "grant")
-        return PromptAnswer::granted;
-    if (answer == "deny")
-        return PromptAnswer::denied;
-    if (answer == "cancel")
-        return PromptAnswer::cancelled;
-    return askAdministrator();
-}
-
-} // namespace vant
 
 OSStatus AuthorizationCreate(const AuthorizationRights *rights, const AuthorizationEnvironment *environment,
                              AuthorizationFlags flags, AuthorizationRef *authorization) {
@@ -115,10 +126,8 @@ OSStatus AuthorizationCopyRights(AuthorizationRef authorization, const Authoriza
     if (const OSStatus status = checkRights(*rights); status != errAuthorizationSuccess)
         return status;
     const std::vector<std::string> names = rightNames(*rights);
-    if (!vant::hasRights(authorization, names))
-        if (const OSStatus status = extendRights(flags); status != errAuthorizationSuccess)
-            return status;
-    vant::grantRights(authorization, names);
+    if (const OSStatus status = ensureRights(authorization, names, flags); status != errAuthorizationSuccess)
+        return status;
     if (authorizedRights != nullptr)
         *authorizedRights = copiedRights(names);
     return errAuthorizationSuccess;
@@ -143,9 +152,9 @@ OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, cons
         return errAuthorizationInvalidPointer;
     if (options != kAuthorizationFlagDefaults)
         return errAuthorizationInvalidFlags;
-    if (!vant::hasRights(authorization, {administratorRight}))
-        return errAuthorizationDenied;
-    switch (vant::launchTool(pathToTool, arguments, communicationsPipe)) {
+    if (const OSStatus status = ensureLaunchRight(authorization); status != errAuthorizationSuccess)
+        return status;
+    switch (vant::launchTool(pathToTool, arguments, communicationsPipe, vant::postToolExit)) {
     case vant::ToolLaunch::started:
         return errAuthorizationSuccess;
     case vant::ToolLaunch::notExecutable:

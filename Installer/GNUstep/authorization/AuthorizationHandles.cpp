@@ -4,17 +4,18 @@
 #include <cstdint>
 #include <map>
 #include <mutex>
-#include <set>
 
 namespace vant {
 namespace {
 
 std::mutex handlesMutex;
 
-/// The rights of each living handle.
-std::map<AuthorizationRef, std::set<std::string>> &handles() {
+using Rights = std::map<std::string, std::chrono::steady_clock::time_point>;
+
+/// The rights of each living handle, and when they expire.
+std::map<AuthorizationRef, Rights> &handles() {
     // Never destroyed: an installer thread may still ask while the process ends.
-    static auto *const all = new std::map<AuthorizationRef, std::set<std::string>>;
+    static auto *const all = new std::map<AuthorizationRef, Rights>;
     return *all;
 }
 
@@ -33,17 +34,27 @@ bool isHandle(AuthorizationRef handle) {
     return handles().contains(handle);
 }
 
-void grantRights(AuthorizationRef handle, const std::vector<std::string> &names) {
-    const std::scoped_lock lock(handlesMutex);
-    if (const auto found = handles().find(handle); found != handles().end())
-        found->second.insert(names.begin(), names.end());
-}
-
-bool hasRights(AuthorizationRef handle, const std::vector<std::string> &names) {
+void grantRights(AuthorizationRef handle, const std::vector<std::string> &names,
+                 std::chrono::steady_clock::time_point expiry) {
     const std::scoped_lock lock(handlesMutex);
     const auto found = handles().find(handle);
-    return found != handles().end() &&
-           std::ranges::all_of(names, [&](const std::string &name) { return found->second.contains(name); });
+    if (found == handles().end())
+        return;
+    for (const std::string &name : names)
+        found->second[name] = expiry;
+}
+
+RightsState rightsState(AuthorizationRef handle, const std::vector<std::string> &names,
+                        std::chrono::steady_clock::time_point now) {
+    const std::scoped_lock lock(handlesMutex);
+    const auto found = handles().find(handle);
+    if (found == handles().end())
+        return RightsState::missing;
+    const Rights &rights = found->second;
+    if (!std::ranges::all_of(names, [&](const std::string &name) { return rights.contains(name); }))
+        return RightsState::missing;
+    const bool areValid = std::ranges::all_of(names, [&](const std::string &name) { return rights.at(name) > now; });
+    return areValid ? RightsState::granted : RightsState::expired;
 }
 
 bool freeHandle(AuthorizationRef handle) {

@@ -1,13 +1,45 @@
 #import <AppKit/AppKit.h>
 
 #include "GNUstep/authorization/AuthorizationPrompt.hpp"
+#include "GNUstep/authorization/PanelTexts.hpp"
+
+#include <vector>
 
 namespace {
 
 constexpr CGFloat panelWidth = 500;
-constexpr CGFloat panelHeight = 172;
+constexpr CGFloat panelHeight = 186;
 constexpr CGFloat textLeft = 100;
 constexpr CGFloat textWidth = panelWidth - textLeft - 20;
+
+NSString *string(std::string_view text) {
+    return [[[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding] autorelease];
+}
+
+std::vector<std::string> userLanguages() {
+    std::vector<std::string> languages;
+    for (NSString *language in [NSUserDefaults userLanguages])
+        languages.emplace_back([language UTF8String]);
+    return languages;
+}
+
+NSString *hostNameIn(NSDictionary *information) {
+    for (NSString *key in [NSArray arrayWithObjects:@"CFBundleDisplayName", @"CFBundleName", @"ApplicationName", nil]) {
+        NSString *name = [information objectForKey:key];
+        if ([name isKindOfClass:[NSString class]] && [name length] > 0)
+            return name;
+    }
+    return nil;
+}
+
+/// The name that the host shows for itself in the user's language, else that of its process.
+NSString *hostName() {
+    NSBundle *host = [NSBundle mainBundle];
+    if (NSString *name = hostNameIn([host localizedInfoDictionary]))
+        return name;
+    NSString *name = hostNameIn([host infoDictionary]);
+    return name != nil ? name : [[NSProcessInfo processInfo] processName];
+}
 
 NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
     NSTextField *field = [[[NSTextField alloc] initWithFrame:frame] autorelease];
@@ -57,25 +89,33 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
 @end
 
 /// The panel that asks for an administrator's leave. Debian's user has no password to give it: who may write where is
-/// decided by the account that the host runs under, and the panel asks whether to go on. Main thread.
+/// decided by the account that the host runs under, and the panel asks whether to go on.
 @interface VantAuthorizationPanel : NSObject <NSWindowDelegate> {
     NSPanel *panel;
+    NSConditionLock *answered;
     vant::PromptAnswer answer;
+    BOOL modal;
 }
-- (void)ask;
+/// Main thread: shows the panel and runs it modally until it is answered.
+- (void)runModal;
+/// Any other thread: has the main thread show the panel, whose run loop goes on, and waits for the answer.
+- (void)waitForAnswer;
 - (vant::PromptAnswer)answer;
 @end
 
 @implementation VantAuthorizationPanel
 
 - (id)init {
-    if ((self = [super init]))
-        answer = vant::PromptAnswer::impossible;
+    if ((self = [super init])) {
+        answer = vant::PromptAnswer::cancelled;
+        answered = [[NSConditionLock alloc] initWithCondition:NO];
+    }
     return self;
 }
 
 - (void)dealloc {
     [panel release];
+    [answered release];
     [super dealloc];
 }
 
@@ -83,15 +123,30 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
     return answer;
 }
 
-- (void)ask {
-    if (NSApp == nil)
-        return;
+- (void)runModal {
+    modal = YES;
+    [self show];
+    [NSApp runModalForWindow:panel];
+    [self close];
+}
+
+- (void)waitForAnswer {
+    NSArray *modes =
+        [NSArray arrayWithObjects:NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode, nil];
+    [self performSelectorOnMainThread:@selector(show) withObject:nil waitUntilDone:NO modes:modes];
+    [answered lockWhenCondition:YES];
+    [answered unlock];
+}
+
+- (void)show {
     [self build];
-    answer = vant::PromptAnswer::cancelled;
     [panel center];
     [NSApp activateIgnoringOtherApps:YES];
     [panel makeKeyAndOrderFront:nil];
-    [NSApp runModalForWindow:panel];
+    [panel makeFirstResponder:[panel initialFirstResponder]];
+}
+
+- (void)close {
     [panel setDelegate:nil];
     [panel orderOut:nil];
 }
@@ -101,13 +156,24 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
                                        styleMask:NSTitledWindowMask
                                          backing:NSBackingStoreBuffered
                                            defer:NO];
-    [panel setTitle:@"Administrator Rights"];
+    const vant::PanelTexts &texts = vant::panelTexts(userLanguages());
+    [panel setTitle:string(texts.title)];
     [panel setReleasedWhenClosed:NO];
     [panel setDelegate:self];
+    [panel setHidesOnDeactivate:NO];
+    [panel setLevel:NSModalPanelWindowLevel];
+    // Above a modal panel of the host too: the installer thread that asks knows nothing of one.
+    [panel setWorksWhenModal:YES];
     [self addIcon];
-    [self addTexts];
-    [self addButton:@"Cancel" action:@selector(cancel:) key:@"\033" right:panelWidth - 116];
-    [self addButton:@"OK" action:@selector(grant:) key:@"\r" right:panelWidth - 20];
+    [self addTexts:texts];
+    NSButton *cancel = [self addButton:string(texts.cancel) action:@selector(cancel:) right:panelWidth - 116];
+    NSButton *grant = [self addButton:string(texts.grant) action:@selector(grant:) right:panelWidth - 20];
+    [cancel setKeyEquivalent:@"\033"];
+    [grant setKeyEquivalent:@"\r"];
+    [panel setDefaultButtonCell:[grant cell]];
+    [panel setInitialFirstResponder:grant];
+    [grant setNextKeyView:cancel];
+    [cancel setNextKeyView:grant];
 }
 
 - (void)addIcon {
@@ -115,30 +181,26 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
     [[panel contentView] addSubview:[[[VantPadlock alloc] initWithFrame:frame] autorelease]];
 }
 
-- (void)addTexts {
-    NSString *host = [[NSProcessInfo processInfo] processName];
-    NSString *title = [NSString stringWithFormat:@"%@ wants to make changes.", host];
-    NSString *detail = @"It is about to install software for all users of this computer.";
-    NSString *user = [NSString stringWithFormat:@"User name:  %@", NSFullUserName()];
+- (void)addTexts:(const vant::PanelTexts &)texts {
+    NSString *headline = [string(texts.headline) stringByReplacingOccurrencesOfString:@"%@" withString:hostName()];
+    NSString *user = [NSString stringWithFormat:@"%@  %@", string(texts.userName), NSFullUserName()];
     NSView *content = [panel contentView];
-    [content addSubview:label(title, NSMakeRect(textLeft, panelHeight - 42, textWidth, 20),
+    [content addSubview:label(headline, NSMakeRect(textLeft, panelHeight - 56, textWidth, 36),
                               [NSFont boldSystemFontOfSize:13])];
+    [content addSubview:label(string(texts.detail), NSMakeRect(textLeft, panelHeight - 96, textWidth, 34),
+                              [NSFont systemFontOfSize:12])];
     [content
-        addSubview:label(detail, NSMakeRect(textLeft, panelHeight - 80, textWidth, 34), [NSFont systemFontOfSize:12])];
-    [content
-        addSubview:label(user, NSMakeRect(textLeft, panelHeight - 108, textWidth, 18), [NSFont systemFontOfSize:12])];
+        addSubview:label(user, NSMakeRect(textLeft, panelHeight - 122, textWidth, 18), [NSFont systemFontOfSize:12])];
 }
 
-- (void)addButton:(NSString *)title action:(SEL)action key:(NSString *)key right:(CGFloat)right {
+- (NSButton *)addButton:(NSString *)title action:(SEL)action right:(CGFloat)right {
     NSButton *button = [[[NSButton alloc] initWithFrame:NSMakeRect(right - 88, 16, 88, 26)] autorelease];
     [button setTitle:title];
     [button setBezelStyle:NSRoundedBezelStyle];
     [button setTarget:self];
     [button setAction:action];
-    [button setKeyEquivalent:key];
     [[panel contentView] addSubview:button];
-    if ([key isEqualToString:@"\r"])
-        [panel setDefaultButtonCell:[button cell]];
+    return button;
 }
 
 // Window managers offer to close a panel that has no close button of its own.
@@ -149,14 +211,25 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
 
 - (void)grant:(id)sender {
     (void)sender;
-    answer = vant::PromptAnswer::granted;
-    [NSApp stopModal];
+    [self endWith:vant::PromptAnswer::granted];
 }
 
 - (void)cancel:(id)sender {
     (void)sender;
-    answer = vant::PromptAnswer::cancelled;
-    [NSApp stopModal];
+    [self endWith:vant::PromptAnswer::cancelled];
+}
+
+- (void)endWith:(vant::PromptAnswer)given {
+    if (modal) {
+        answer = given;
+        [NSApp stopModal];
+        return;
+    }
+    [[self retain] autorelease];
+    [self close];
+    [answered lock];
+    answer = given;
+    [answered unlockWithCondition:YES];
 }
 
 @end
@@ -164,9 +237,14 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
 namespace vant {
 
 PromptAnswer askAdministrator() {
+    if (NSApp == nil)
+        return PromptAnswer::impossible;
     @autoreleasepool {
         VantAuthorizationPanel *panel = [[[VantAuthorizationPanel alloc] init] autorelease];
-        [panel performSelectorOnMainThread:@selector(ask) withObject:nil waitUntilDone:YES];
+        if ([NSThread isMainThread])
+            [panel runModal];
+        else
+            [panel waitForAnswer];
         return [panel answer];
     }
 }

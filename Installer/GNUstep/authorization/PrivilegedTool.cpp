@@ -1,38 +1,28 @@
 #include "GNUstep/authorization/PrivilegedTool.hpp"
 
+#include "GNUstep/authorization/ChildEndings.hpp"
+#include "GNUstep/process/Uninterrupted.hpp"
+#include "GNUstep/tools/Descriptor.hpp"
+
 #include <array>
-#include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <memory>
+#include <optional>
 #include <pthread.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
-#include <utility>
 #include <vector>
 
 namespace vant {
 namespace {
 
 constexpr size_t reaperStack = size_t{256} * 1024;
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    ~Descriptor() {
-        if (number_ >= 0)
-            close(number_);
-    }
-    [[nodiscard]] int number() const { return number_; }
-    int release() { return std::exchange(number_, -1); }
-
-private:
-    int number_;
-};
 
 class SpawnActions {
 public:
@@ -60,18 +50,43 @@ std::vector<char *> argumentVector(const std::string &path, char *const *argumen
     return vector;
 }
 
+/// A child, and who is told of its end.
+struct Child {
+    ToolExit exit;
+    ToolExitHandler onExit;
+    std::uint32_t mark; ///< Taken before it was started.
+};
+
+/// The status of a child that somebody else has reaped. The signal that tells it may still be on its way.
+std::optional<int> statusFromSignal(const Child &child) {
+    constexpr auto longest = std::chrono::seconds(1);
+    const auto end = std::chrono::steady_clock::now() + longest;
+    auto status = childEnding(child.exit.process, child.mark);
+    while (!status && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        status = childEnding(child.exit.process, child.mark);
+    }
+    return status;
+}
+
 // One may be tempted to collect every child in one place with waitpid(-1), but that would take the exit status from
 // under the tasks that the host itself waits for. A wait for one process id, begun while that process cannot have been
 // replaced, touches no other child.
 void *reap(void *context) {
-    const auto child = static_cast<pid_t>(reinterpret_cast<intptr_t>(context));
-    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
-    }
+    const std::unique_ptr<Child> child(static_cast<Child *>(context));
+    int status = 0;
+    if (uninterrupted([&] { return waitpid(child->exit.process, &status, 0); }) == child->exit.process)
+        child->exit.waitStatus = status;
+    else if (child->onExit != nullptr)
+        child->exit.waitStatus = statusFromSignal(*child);
+    unwatchChild(child->exit.process);
+    if (child->onExit != nullptr)
+        child->onExit(child->exit);
     return nullptr;
 }
 
 /// Waits for the child on a small thread of its own, on which no signal of the host is delivered.
-void reapInBackground(pid_t child) {
+void reapInBackground(std::unique_ptr<Child> child) {
     sigset_t all;
     sigset_t previous;
     sigfillset(&all);
@@ -80,36 +95,38 @@ void reapInBackground(pid_t child) {
     pthread_attr_init(&attributes);
     pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
     pthread_attr_setstacksize(&attributes, reaperStack);
-    void *const context = reinterpret_cast<void *>(static_cast<intptr_t>(child)); // NOLINT(performance-no-int-to-ptr)
     pthread_t thread{};
-    pthread_create(&thread, &attributes, reap, context);
+    if (pthread_create(&thread, &attributes, reap, child.get()) == 0)
+        (void)child.release();
     pthread_attr_destroy(&attributes);
     pthread_sigmask(SIG_SETMASK, &previous, nullptr);
 }
 
-bool spawn(const std::string &path, char *const *arguments, const SpawnActions &actions) {
+bool spawn(const std::string &path, char *const *arguments, const SpawnActions &actions, ToolExitHandler onExit) {
     const std::string file = toolLocation(path);
     std::vector<char *> vector = argumentVector(path, arguments);
-    pid_t child = 0;
-    if (posix_spawn(&child, file.c_str(), actions.get(), nullptr, vector.data(), environ) != 0)
+    auto child = std::make_unique<Child>(Child{.exit = {.path = path}, .onExit = onExit, .mark = childEndingsMark()});
+    child->exit.arguments.assign(vector.begin() + 1, vector.end() - 1);
+    if (posix_spawn(&child->exit.process, file.c_str(), actions.get(), nullptr, vector.data(), environ) != 0)
         return false;
-    reapInBackground(child);
+    watchChild(child->exit.process);
+    reapInBackground(std::move(child));
     return true;
 }
 
-ToolLaunch launchWithChannel(const std::string &path, char *const *arguments, FILE **channel) {
+ToolLaunch launchWithChannel(const std::string &path, char *const *arguments, FILE **channel, ToolExitHandler onExit) {
     // Both ends close on exec: another child that held ours would keep the tool from seeing its end, one that held the
     // tool's would keep the end of the tool's output from us.
     std::array<int, 2> pair{};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair.data()) != 0)
         return ToolLaunch::noChannel;
-    Descriptor ours(pair[0]);
+    std::unique_ptr<FILE, decltype(&std::fclose)> ours(fdopen(pair[0], "r+"), std::fclose);
     const Descriptor theirs(pair[1]);
     SpawnActions actions;
-    actions.inputAndOutputTo(theirs.number());
-    if (!spawn(path, arguments, actions))
+    actions.inputAndOutputTo(theirs.get());
+    if (!spawn(path, arguments, actions, onExit))
         return ToolLaunch::notExecutable;
-    *channel = fdopen(ours.release(), "r+");
+    *channel = ours.release();
     return ToolLaunch::started;
 }
 
@@ -123,12 +140,12 @@ std::string toolLocation(const std::string &path) {
     return access(below.c_str(), F_OK) == 0 ? below : path;
 }
 
-ToolLaunch launchTool(const std::string &path, char *const *arguments, FILE **channel) {
+ToolLaunch launchTool(const std::string &path, char *const *arguments, FILE **channel, ToolExitHandler onExit) {
     if (channel != nullptr)
-        return launchWithChannel(path, arguments, channel);
+        return launchWithChannel(path, arguments, channel, onExit);
     SpawnActions actions;
     actions.inputFromNullDevice();
-    return spawn(path, arguments, actions) ? ToolLaunch::started : ToolLaunch::notExecutable;
+    return spawn(path, arguments, actions, onExit) ? ToolLaunch::started : ToolLaunch::notExecutable;
 }
 
 } // namespace vant

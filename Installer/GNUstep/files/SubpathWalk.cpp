@@ -1,5 +1,8 @@
 #include "GNUstep/files/SubpathWalk.hpp"
 
+#include "GNUstep/process/Uninterrupted.hpp"
+
+#include <cerrno>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -23,13 +26,24 @@ struct Level {
 };
 
 Folder opened(const std::string &path, int links) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | links);
+    const int descriptor =
+        uninterrupted([&] { return open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | links); });
     if (descriptor == -1)
         return nullptr;
     Folder folder(fdopendir(descriptor));
     if (folder == nullptr)
         close(descriptor);
     return folder;
+}
+
+/// The next entry, nullptr at the end. A file system of a user's program may let a signal interrupt the reading.
+const dirent *nextEntry(DIR *folder) noexcept {
+    const dirent *entry = nullptr;
+    do {
+        errno = 0;
+        entry = readdir(folder);
+    } while (entry == nullptr && errno == EINTR);
+    return entry;
 }
 
 bool isSelfOrParent(const char *name) noexcept {
@@ -57,7 +71,7 @@ void walkSubpaths(const std::string &folder, const std::function<bool(std::strin
     enter(0);
     while (!levels.empty()) {
         path.resize(levels.back().length);
-        const dirent *entry = readdir(levels.back().folder.get());
+        const dirent *entry = nextEntry(levels.back().folder.get());
         if (entry == nullptr) {
             levels.pop_back();
             continue;

@@ -4,6 +4,7 @@
 
 #include <sys/eventfd.h>
 
+#include "GNUstep/process/Uninterrupted.hpp"
 #include "GNUstep/queue/WorkQueue.hpp"
 
 /// Brings the queued work to the main thread's run loop, which watches one event descriptor for it. Performing a
@@ -52,13 +53,13 @@
 }
 
 - (void)wakeUp {
-    eventfd_write(wakeUps, 1);
+    (void)vant::uninterrupted([self] { return eventfd_write(wakeUps, 1); });
 }
 
 - (void)receivedEvent:(void *)data type:(RunLoopEventType)type extra:(void *)extra forMode:(NSString *)mode {
     (void)data, (void)type, (void)extra, (void)mode;
     eventfd_t count = 0;
-    eventfd_read(wakeUps, &count);
+    (void)vant::uninterrupted([&] { return eventfd_read(wakeUps, &count); });
     [self drain];
 }
 

@@ -73,12 +73,12 @@ TEST_F(AuthorizationPanel, EscapeCancels) {
 }
 
 TEST_F(AuthorizationPanel, AClickOnOKGrants) {
-    const Person person(clickAt(436, 143));
+    const Person person(clickAt(436, 157));
     EXPECT_EQ(askForRights(), errAuthorizationSuccess);
 }
 
 TEST_F(AuthorizationPanel, AClickOnCancelCancels) {
-    const Person person(clickAt(340, 143));
+    const Person person(clickAt(340, 157));
     EXPECT_EQ(askForRights(), errAuthorizationCanceled);
 }
 

@@ -84,6 +84,51 @@ TEST_F(Authorization, AGrantedRightIsNotAskedForAgain) {
     EXPECT_EQ(request(handle, "system.preferences"), errAuthorizationCanceled);
 }
 
+TEST_F(Authorization, ARightThatHasExpiredIsAskedForAtTheLaunch) {
+    const struct {
+        const char *variable;
+        OSStatus status;
+    } rows[] = {
+        {"grant-expires:0,grant", errAuthorizationSuccess},
+        {"grant-expires:0,deny", errAuthorizationDenied},
+        {"grant-expires:0,cancel", errAuthorizationCanceled},
+        {"grant-expires:0,ask", errAuthorizationInteractionNotAllowed},
+        {"grant-expires:0", errAuthorizationInteractionNotAllowed},
+    };
+    for (const auto &row : rows) {
+        answer(row.variable);
+        AuthorizationRef asked = newHandle();
+        EXPECT_EQ(request(asked), errAuthorizationSuccess) << row.variable;
+        EXPECT_EQ(runTrue(asked), row.status) << row.variable;
+        EXPECT_EQ(runTrue(asked), row.status) << row.variable << ", the next launch";
+    }
+}
+
+TEST_F(Authorization, ARightThatHasExpiredCountsAsMissingToARequest) {
+    answer("grant-expires:0,deny");
+    ASSERT_EQ(request(handle), errAuthorizationSuccess);
+    EXPECT_EQ(request(handle), errAuthorizationDenied);
+    EXPECT_EQ(request(handle, "system.privilege.admin", kAuthorizationFlagDefaults),
+              errAuthorizationInteractionNotAllowed);
+    EXPECT_EQ(request(handle, "system.preferences"), errAuthorizationSuccess) << "the first prompt for another right";
+}
+
+TEST_F(Authorization, ARightLastsForItsTime) {
+    answer("grant-expires:300,deny");
+    ASSERT_EQ(request(handle), errAuthorizationSuccess);
+    EXPECT_EQ(runTrue(handle), errAuthorizationSuccess);
+    EXPECT_EQ(request(handle, "system.privilege.admin", kAuthorizationFlagDefaults), errAuthorizationSuccess);
+}
+
+TEST_F(Authorization, AGrantAtALaunchLastsForItsTimeAgain) {
+    answer("grant-expires:0,grant");
+    ASSERT_EQ(request(handle), errAuthorizationSuccess);
+    answer("grant-expires:300,grant");
+    EXPECT_EQ(runTrue(handle), errAuthorizationSuccess);
+    answer("grant-expires:300,cancel");
+    EXPECT_EQ(runTrue(handle), errAuthorizationSuccess);
+}
+
 TEST_F(Authorization, RightsBelongToOneHandle) {
     answer("grant");
     ASSERT_EQ(request(handle), errAuthorizationSuccess);

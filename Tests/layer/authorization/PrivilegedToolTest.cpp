@@ -291,10 +291,13 @@ TEST_F(PrivilegedTool, ReapingLeavesTheHostsOwnChildrenAlone) {
 
 TEST_F(PrivilegedTool, SignalsOfTheHostStayOnTheHostsThreads) {
     static pthread_t handledOn;
-    signal(SIGCHLD, [](int) { handledOn = pthread_self(); });
+    struct sigaction before = {};
+    struct sigaction action = {};
+    action.sa_handler = [](int) { handledOn = pthread_self(); };
+    sigaction(SIGCHLD, &action, &before);
     ASSERT_EQ(runWithoutStream("/bin/true"), 0);
     EXPECT_TRUE(waitUntil([] { return childStates().empty() && handledOn == pthread_self(); }));
-    signal(SIGCHLD, SIG_DFL);
+    sigaction(SIGCHLD, &before, nullptr);
 }
 
 } // namespace
