@@ -94,6 +94,7 @@ TEST(Signals, LoseNoToolOutputAndNoExitStatus) {
 
 TEST(Signals, LoseNothingOfTheMainQueue) {
     static std::atomic<int> done = 0;
+    done = 0;
     constexpr int count = 20'000;
     const SignalStorm storm;
     std::thread producer([] {
