@@ -2,6 +2,7 @@
 #include <dispatch/dispatch.h>
 #include <Security/Authorization.h>
 
+#include "GNUstep/authorization/PanelTexts.hpp"
 #include "tracking/Pointer.hpp"
 
 #include <atomic>
@@ -51,6 +52,15 @@ private:
 void whileThePanelIsUp(void (*action)(NSWindow *panel)) {
     dispatch_async_f(dispatch_get_main_queue(), reinterpret_cast<void *>(action),
                      [](void *context) { reinterpret_cast<void (*)(NSWindow *)>(context)([NSApp modalWindow]); });
+}
+
+void expectThatItFits(NSView *view) {
+    NSCell *cell = [view isKindOfClass:[NSControl class]] ? [(NSControl *)view cell] : nil;
+    const NSRect frame = [view frame];
+    const NSSize size = [cell cellSizeForBounds:NSMakeRect(0, 0, NSWidth(frame), 10'000)];
+    EXPECT_LE(size.height, NSHeight(frame) + 4) << [[cell title] UTF8String];
+    if ([view isKindOfClass:[NSButton class]])
+        EXPECT_LE([[(NSButtonCell *)cell attributedTitle] size].width, NSWidth(frame) - 8) << [[cell title] UTF8String];
 }
 
 class AuthorizationPanel : public testing::Test {
@@ -108,6 +118,72 @@ TEST_F(AuthorizationPanel, NamesTheHostAndTheUser) {
     EXPECT_EQ(askForRights(), errAuthorizationSuccess);
     EXPECT_NE(texts.find([[[NSProcessInfo processInfo] processName] UTF8String]), std::string::npos) << texts;
     EXPECT_NE(texts.find([NSFullUserName() UTF8String]), std::string::npos) << texts;
+}
+
+TEST_F(AuthorizationPanel, FitsItsTextsInEveryLanguage) {
+    static std::string titles;
+    NSArray *before = [NSUserDefaults userLanguages];
+    for (const vant::PanelTexts &texts : vant::allPanelTexts()) {
+        NSString *language = [NSString stringWithUTF8String:std::string(texts.language).c_str()];
+        [NSUserDefaults setUserLanguages:[NSArray arrayWithObject:language]];
+        whileThePanelIsUp([](NSWindow *panel) {
+            titles += std::string([[panel title] UTF8String]) + "\n";
+            for (NSView *view in [[panel contentView] subviews])
+                expectThatItFits(view);
+            [[panel defaultButtonCell] performClick:nil];
+        });
+        EXPECT_EQ(askForRights(), errAuthorizationSuccess);
+        EXPECT_TRUE(titles.ends_with(std::string(texts.title) + "\n")) << titles;
+    }
+    [NSUserDefaults setUserLanguages:before];
+}
+
+TEST_F(AuthorizationPanel, FocusIsOnTheDefaultButtonAndTabReachesCancel) {
+    whileThePanelIsUp([](NSWindow *panel) {
+        NSButton *focused = (NSButton *)[panel firstResponder];
+        EXPECT_EQ([focused cell], [panel defaultButtonCell]);
+        [panel selectNextKeyView:nil];
+        NSButton *next = (NSButton *)[panel firstResponder];
+        EXPECT_TRUE([[next keyEquivalent] isEqual:@"\033"]);
+        [next performClick:nil];
+    });
+    EXPECT_EQ(askForRights(), errAuthorizationCanceled);
+}
+
+TEST_F(AuthorizationPanel, MainThreadGoesOnWhileAnotherThreadAsks) {
+    std::atomic<OSStatus> answer = 1;
+    std::thread asker([&] { answer = askForRights(); });
+    const auto panelIsUp = [] {
+        for (NSWindow *window in [NSApp windows])
+            if ([[window title] isEqualToString:@"Administrator Rights"] && [window isVisible])
+                return window;
+        return (NSWindow *)nil;
+    };
+    EXPECT_TRUE(vant::test::handleEventsUntil([&] { return panelIsUp() != nil; }, 20));
+    EXPECT_EQ([NSApp modalWindow], nil) << "the host's windows still work";
+    EXPECT_GT([panelIsUp() level], NSNormalWindowLevel) << "the panel stands over the wizard";
+    EXPECT_EQ(answer, 1);
+    [[panelIsUp() defaultButtonCell] performClick:nil];
+    asker.join();
+    EXPECT_EQ(answer, errAuthorizationSuccess);
+    EXPECT_EQ(panelIsUp(), nil);
+}
+
+TEST_F(AuthorizationPanel, IsShownAtALaunchWhoseRightHasExpired) {
+    setenv("VANT_AUTHORIZATION", "grant-expires:0,ask", 1);
+    AuthorizationRef handle = nullptr;
+    AuthorizationItem item{.name = "system.privilege.admin", .valueLength = 0, .value = nullptr, .flags = 0};
+    const AuthorizationRights rights{.count = 1, .items = &item};
+    ASSERT_EQ(AuthorizationCreate(&rights, nullptr,
+                                  kAuthorizationFlagInteractionAllowed | kAuthorizationFlagExtendRights, &handle),
+              errAuthorizationSuccess);
+    std::atomic<OSStatus> answer = 1;
+    const Person person("key Escape");
+    std::thread installer(
+        [&] { answer = AuthorizationExecuteWithPrivileges(handle, "/bin/true", 0, nullptr, nullptr); });
+    EXPECT_TRUE(vant::test::handleEventsUntil([&] { return answer != 1; }, 20));
+    installer.join();
+    EXPECT_EQ(answer, errAuthorizationCanceled);
 }
 
 TEST_F(AuthorizationPanel, AnswersAThreadWhileTheMainThreadServesIt) {
