@@ -5,8 +5,8 @@
 /// not tell. Names only: a host links nothing, because the layer travels inside the bundle. On macOS nothing posts it.
 
 /// Posted on the default centre, on the main thread, once the tool's process has ended and is reaped. The main thread's
-/// run loop must run. Its object is nil; its user information has the keys below. It may come before or after the end of
-/// the tool's output, which a daemon that the tool has left behind can hold open.
+/// run loop must run. Its object is nil; its user information has the keys below. It may come before or after the end
+/// of the tool's output, which a daemon that the tool has left behind can hold open.
 static NSString *const VantPrivilegedToolDidExitNotification = @"VantPrivilegedToolDidExitNotification";
 
 /// The path that the caller gave (NSString).
