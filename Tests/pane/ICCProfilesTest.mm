@@ -261,7 +261,7 @@ TEST_F(ICCProfiles, APipeInTheStagingFolderIsPassedOverToo) {
 }
 
 TEST_F(ICCProfiles, NamesThatLookLikePathsElsewhereAreNames) {
-    const Names names{"~.icc", "~tester.icc", "C:x.icc", "a:b.icc"};
+    const Names names{"~.icc", "~tester.icc", "C:x.icc", "a:b.icc", "a\\b.icc"};
     for (const std::string &name : names)
         writeFile(source / name, "content of " + name);
     installFor(@"Scanmate.pkg");
