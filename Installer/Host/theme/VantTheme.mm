@@ -28,6 +28,8 @@ static NSColor *colour(vant::host::Colour value) {
     return [NSColor colorWithCalibratedRed:value.red green:value.green blue:value.blue alpha:1.0];
 }
 
+static NSString *const themeName = @"Vant";
+
 @implementation VantTheme
 
 + (void)registerFonts {
@@ -46,13 +48,16 @@ static NSColor *colour(vant::host::Colour value) {
 }
 
 + (void)use {
+    // The platform reads the theme's name again whenever it synchronises its defaults, half a minute after the start,
+    // and puts its own theme in the place of one that they do not name.
+    [[NSUserDefaults standardUserDefaults] registerDefaults:@{@"GSTheme" : themeName}];
     VantTheme *theme = [[VantTheme alloc] initWithBundle:[NSBundle mainBundle]];
     [GSTheme setTheme:theme];
     [theme release];
 }
 
 - (NSString *)name {
-    return @"Vant";
+    return themeName;
 }
 
 - (NSColorList *)colors {
