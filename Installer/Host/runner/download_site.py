@@ -14,11 +14,6 @@ SELECTION = "SelectedInput.plist"
 # A name of the reserved domain that never resolves.
 UNREACHABLE = "http://download.quorvel.invalid"
 
-# Answers begin one after another. The pane expands archives in the order in which their files were created, whichever
-# download has finished, so an archive that another overtakes is expanded before it is whole.
-QUICK_PACE = "20r/s"
-SLOW_PACE = "2r/s"  # for a site with a rate: each archive has arrived before the next begins
-
 # Paths are below the prefix that nginx is started with, which needs no quoting.
 CONFIGURATION = """
 {user}
@@ -36,8 +31,6 @@ http {{
     sendfile on;
     default_type application/octet-stream;
     limit_rate {rate};
-    limit_req_zone $binary_remote_addr zone=line:32k rate={pace};
-    limit_req zone=line burst=200;
     server {{ listen 127.0.0.1:{port}; root site; }}
 }}
 """
@@ -56,15 +49,14 @@ def answers(port):
 
 @contextlib.contextmanager
 def serve(root, folder, rate=None):
-    """Serves the folder `root`; gives the address. nginx keeps its own files in `folder`. The rate, for one
-    archive, is bytes a second as nginx writes them ("4m"); none is no limit."""
+    """Serves the folder `root`; gives the address. nginx keeps its own files in `folder`. The rate, for each
+    connection, is bytes a second as nginx writes them ("4m"); none is no limit."""
     folder.mkdir()
     port = free_port()
     # As root, nginx would read the files as a user who may not be let in.
     user = "user root;" if os.getuid() == 0 else ""
     configuration = folder / "nginx.conf"
-    pace = SLOW_PACE if rate else QUICK_PACE
-    configuration.write_text(CONFIGURATION.format(user=user, port=port, rate=rate or 0, pace=pace))
+    configuration.write_text(CONFIGURATION.format(user=user, port=port, rate=rate or 0))
     (folder / "site").symlink_to(root)
     server = subprocess.Popen(["/usr/sbin/nginx", "-p", f"{folder}/", "-e", "error.log", "-c", "nginx.conf"],
                               stdin=subprocess.DEVNULL)
