@@ -3,13 +3,15 @@
 #import "HostObserver.h"
 #import "HostSettings.h"
 #import "PaneWatch.h"
+#import "ToolWatch.h"
 #import "WizardWindow.h"
 
-#include "Ending.hpp"
+#include "Notices.hpp"
 #include <memory>
 
-/// Runs one page: writes the selection files, loads the plug-in, shows its pane, does what the pane asks, and ends the
-/// process when the page has ended, with exit status 0 when the page asked to go on. Main thread.
+/// Runs one page: writes the selection files, loads the plug-in, shows its pane, does what the pane asks, says what the
+/// pane is silent about, and ends the process when the page has ended: with exit status 0 when everything is installed,
+/// 3 when the page asked to go on although something is not, 1 when it did not come to its end. Main thread.
 @interface HostController : NSObject <WizardWindowTarget> {
     HostSettings settings;
     std::unique_ptr<vant::host::Timeline> timeline;
@@ -18,9 +20,13 @@
     EventRecorder *recorder;
     VantInstallation *pane;
     PaneWatch *watch;
+    ToolWatch *tools;
     BOOL cancelled;
     vant::host::Ending end;
+    int exitStatus;
+    NSDate *reachedTime;
     NSDate *endTime;
+    std::optional<vant::host::Notice> shown;
 }
 
 /// The strings of the settings must outlive the controller.

@@ -1,21 +1,29 @@
 #import "HostController.h"
 
+#import "HostText.h"
+#import "OwnFolder.h"
+#import "RunReport.h"
 #import "SelectionFiles.h"
+#import "StopQuestion.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <poll.h>
 #include <unistd.h>
 
 static NSString *const vendorName = @"Quorvel";
 static const NSTimeInterval lookInterval = 0.02;
+static const NSTimeInterval toolPatience = 1;
 
 /// True once the other end of standard input has been closed, or at once when nothing is there to be read.
 static bool standardInputEnded(void) {
     pollfd input = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
     char byte = 0;
     return poll(&input, 1, 0) > 0 && read(STDIN_FILENO, &byte, 1) <= 0;
+}
+
+static NSString *textOfNotice(const vant::host::Notice &notice) {
+    return VantNoticeTextWithCode([NSString stringWithUTF8String:notice.key.c_str()], notice.code);
 }
 
 @implementation HostController
@@ -33,9 +41,11 @@ static bool standardInputEnded(void) {
 - (void)dealloc {
     [watch release];
     [pane release];
+    [tools release];
     [recorder release];
     [observer release];
     [window release];
+    [reachedTime release];
     [endTime release];
     [super dealloc];
 }
@@ -47,20 +57,34 @@ static bool standardInputEnded(void) {
     window = [[WizardWindow alloc] initWithTarget:self];
     observer = [[HostObserver alloc] initWithWindow:window timeline:timeline.get()];
     recorder = [[EventRecorder alloc] initWithTimeline:timeline.get()];
-    VantWriteSelectionFiles(settings);
+    tools = [[ToolWatch alloc] initWithTimeline:timeline.get()];
     [window showPage:nil
                title:[[NSBundle mainBundle] localizedStringForKey:@"WebInstallTitle"
                                                             value:@""
                                                             table:@"Localizable-Inst"]];
+    [self startLooking];
     // From the run loop, so that the window is on the screen before the administrator prompt blocks this thread.
     [self performSelector:@selector(startPage) withObject:nil afterDelay:0.1];
 }
 
+/// Looks at the pane now and then, also while a panel is open.
+- (void)startLooking {
+    NSTimer *timer = [NSTimer timerWithTimeInterval:lookInterval
+                                             target:self
+                                           selector:@selector(look)
+                                           userInfo:nil
+                                            repeats:YES];
+    for (NSString *mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ])
+        [[NSRunLoop currentRunLoop] addTimer:timer forMode:mode];
+}
+
 - (void)startPage {
+    if (NSString *refused = VantWriteSelectionFiles(settings))
+        return [self failToStart:refused];
     NSBundle *bundle = [NSBundle bundleWithPath:settings.bundle];
     const Class principalClass = [bundle principalClass];
     if (principalClass == Nil)
-        return [self failToStart:@"the plug-in cannot be loaded"];
+        return [self failToStart:[@"the plug-in cannot be loaded: " stringByAppendingString:settings.bundle]];
     @try {
         pane = [[principalClass alloc] initWithModel:@{@"Model Observer" : observer, @"VendorName" : vendorName}];
     } @catch (NSException *exception) {
@@ -73,13 +97,6 @@ static bool standardInputEnded(void) {
     watch = [[PaneWatch alloc] initWithPane:pane timeline:timeline.get()];
     [window showPage:[pane contentView] title:[pane windowTitle]];
     timeline->record("host", std::string("pane shown, valid ") + [[pane isPluginValid] UTF8String]);
-    NSTimer *timer = [NSTimer timerWithTimeInterval:lookInterval
-                                             target:self
-                                           selector:@selector(look)
-                                           userInfo:nil
-                                            repeats:YES];
-    for (NSString *mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ])
-        [[NSRunLoop currentRunLoop] addTimer:timer forMode:mode];
     if (settings.nextSlide > 0)
         [[pane valueForKey:@"nextButton"] performSelector:@selector(performClick:)
                                                withObject:self
@@ -87,18 +104,29 @@ static bool standardInputEnded(void) {
 }
 
 - (void)failToStart:(NSString *)why {
-    NSString *reason = [NSString stringWithFormat:@"%@: %@", why, settings.bundle];
-    [self endWith:{false, [reason UTF8String]}];
-    [self leave];
+    [self endWith:{vant::host::EndingKind::NotStarted, [why UTF8String]}];
 }
 
 - (void)look {
     [watch look];
     if (endTime != nil)
         return [self leaveInTime];
-    const auto reached = vant::host::ending([self signs]);
-    if (reached)
+    const vant::host::Signs signs = [self signs];
+    const NSUInteger packages = [watch packageCount];
+    [window showPackage:vant::host::packageAtWork([watch hasStarted], [recorder marks].size() - 1, packages)
+                     of:packages];
+    const auto reached = vant::host::ending(signs);
+    if (!reached)
+        [self say:vant::host::noticeOf(signs)];
+    else if (![self waitsForTools])
         [self endWith:*reached];
+}
+
+/// The output of a package's installer ends before the installer does, and the last one's end is wanted in the summary.
+- (BOOL)waitsForTools {
+    if (reachedTime == nil)
+        reachedTime = [[NSDate date] retain];
+    return [tools ended] + 1 < [recorder marks].size() && -[reachedTime timeIntervalSinceNow] < toolPatience;
 }
 
 - (vant::host::Signs)signs {
@@ -107,7 +135,12 @@ static bool standardInputEnded(void) {
         .continued = [observer continued] != NO,
         .packageFailed = [recorder packageFailed] != NO,
         .cancelled = cancelled != NO,
+        .installing = [watch isInstalling] != NO,
+        .launchError = [watch launchError],
+        .downloadError = [watch downloadError],
         .secondsSinceButton2 = std::nullopt,
+        .secondsStill = [watch secondsStill],
+        .stillAfter = settings.stillAfter,
         .seconds = timeline->seconds(),
         .timeOut = settings.timeOut,
     };
@@ -116,36 +149,25 @@ static bool standardInputEnded(void) {
     return signs;
 }
 
-- (void)endWith:(const vant::host::Ending &)reached {
-    end = reached;
-    if (const int error = [watch downloadError]; !end.continued && error != 0)
-        end.reason += "; last download error " + std::to_string(error);
-    endTime = [[NSDate date] retain];
-    timeline->record("host", "end: " + end.reason);
-    [self writeSummary];
+- (void)say:(const std::optional<vant::host::Notice> &)notice {
+    if (notice == shown)
+        return;
+    shown = notice;
+    NSString *text = notice ? textOfNotice(*notice) : nil;
+    timeline->record("notice", text != nil ? [text UTF8String] : "");
+    [window showNotice:text];
 }
 
-- (void)writeSummary {
-    NSString *desktop = [NSHomeDirectory() stringByAppendingPathComponent:@"Desktop/QuorvelPrinter"];
-    const vant::host::Summary summary = {
-        .flow = [settings.flow UTF8String],
-        .language = [settings.language UTF8String],
-        .continued = end.continued,
-        .valid = pane != nil ? [[pane isPluginValid] UTF8String] : "NO",
-        .status = watch != nil ? [[watch status] UTF8String] : "",
-        .reason = end.reason,
-        .packages = watch != nil ? [watch packages] : std::vector<vant::host::Package>(),
-        .setAside = vant::host::folderNames([desktop UTF8String]),
-        .installedFiles = settings.installRoot != nil ? vant::host::fileCount([settings.installRoot UTF8String]) : 0,
-        .seconds = timeline->seconds(),
-    };
-    NSString *file = [settings.output stringByAppendingPathComponent:@"summary.json"];
-    if (file == nil)
-        return;
-    // Whoever waits for the file finds it whole: it is written beside its place and moved there.
-    const std::string path = [file UTF8String];
-    std::ofstream(path + ".part") << json(summary);
-    std::rename((path + ".part").c_str(), path.c_str());
+- (void)endWith:(const vant::host::Ending &)reached {
+    end = reached;
+    endTime = [[NSDate date] retain];
+    VantWithdrawQuestion();
+    [window showPackage:0 of:0];
+    [self say:vant::host::noticeOf(end)];
+    timeline->record("host", "end: " + end.reason);
+    exitStatus = VantWriteReport(settings, end, {watch, recorder, tools}, timeline->seconds());
+    if (cancelled)
+        [self leave];
 }
 
 - (void)leaveInTime {
@@ -154,13 +176,16 @@ static bool standardInputEnded(void) {
 }
 
 - (void)leave {
-    if (!end.continued)
+    if (!end.continued())
         std::fprintf(stderr, "VantHost: %s\n", end.reason.c_str());
+    VantLeaveOwnFolder();
     // At once: installer threads may still be at work, and must not see this process's objects go.
-    std::_Exit(end.continued ? EXIT_SUCCESS : EXIT_FAILURE);
+    std::_Exit(exitStatus);
 }
 
 - (void)wizardButtonPressed:(NSInteger)number {
+    if (endTime != nil)
+        [self leave];
     NSString *answer = number == 1   ? [pane performButton1Action]
                        : number == 2 ? [pane performButton2Action]
                                      : [pane performButton3Action];
@@ -169,8 +194,12 @@ static bool standardInputEnded(void) {
     cancelled = cancelled || number == 3;
 }
 
-- (void)wizardWindowClosed {
-    cancelled = YES;
+/// The way out that is the host's own: some failures leave the page where it is, with every button taken away.
+- (BOOL)wizardWindowShouldClose {
+    if (endTime != nil)
+        [self leave];
+    cancelled = cancelled || VantAskWhetherToStop();
+    return NO;
 }
 
 @end

@@ -1,7 +1,9 @@
 #import "HostController.h"
+#import "OwnFolder.h"
 #import "VantTheme.h"
 
 #include "Languages.hpp"
+#include <cstdio>
 #include <cstdlib>
 
 /// This host has one window and no menu: nothing else is to be put on the screen.
@@ -25,6 +27,10 @@ int main(int argc, char **argv) {
     @autoreleasepool {
         registerDefaults();
         const HostSettings settings = VantHostSettings();
+        if (VantEnterOwnFolder() == nil) {
+            std::perror("VantHost: no folder of its own can be made");
+            return EXIT_FAILURE;
+        }
         [VantTheme registerFonts];
         NSApplication *application = [NSApplication sharedApplication];
         [VantTheme use];

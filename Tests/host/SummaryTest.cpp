@@ -1,55 +1,42 @@
 #include "Summary.hpp"
 
-#include <filesystem>
-#include <fstream>
+#include "TestFolder.hpp"
+
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 using namespace vant::host;
 
-namespace {
-
-/// A folder of the test's own.
-class HostSummary : public testing::Test {
-protected:
-    HostSummary() : folder(fs::temp_directory_path() / ("vant-host-" + std::to_string(getpid()))) {
-        fs::create_directories(folder);
-    }
-    ~HostSummary() override { fs::remove_all(folder); }
-
-    void write(const fs::path &path) const {
-        fs::create_directories((folder / path).parent_path());
-        std::ofstream(folder / path) << "x";
-    }
-
-    fs::path folder;
-};
-
-} // namespace
-
-TEST_F(HostSummary, QuotesWhatJsonCannotHold) {
+TEST(HostSummary, QuotesWhatJsonCannotHold) {
     EXPECT_EQ(jsonQuoted("a \"b\" \\ \n\t\r \x01 é"), R"("a \"b\" \\ \n\t\r \u0001 é")");
 }
 
-TEST_F(HostSummary, ListsPackagesInOrderAndAnAbsentOutcomeAsNull) {
+TEST(HostSummary, ListsPackagesInOrderAndAnAbsentOutcomeAsNull) {
     Summary summary;
-    summary.packages = {{"A.pkg", "Print Driver", "/m/A.pkg", "PIPE END"}, {"B.pkg", "Fax", "/m/B.pkg", std::nullopt}};
+    summary.packages = {{"A.pkg", "Print Driver", "/m/A.pkg", "PIPE END", 1, {"bad \"x\"", "worse"}, 7},
+                        {"B.pkg", "Fax", "/m/B.pkg", std::nullopt}};
     const std::string text = json(summary);
     EXPECT_LT(text.find(R"("outcome": "PIPE END")"), text.find(R"("outcome": null)")) << text;
-    EXPECT_NE(text.find(R"({"name": "B.pkg", "component": "Fax", "path": "/m/B.pkg", "outcome": null})"),
+    EXPECT_NE(text.find(R"("outcome": "PIPE END", "installed": false, "exitStatus": 1, )"
+                        R"("messages": ["bad \"x\"", "worse"], "installedFiles": 7})"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find(R"({"name": "B.pkg", "component": "Fax", "path": "/m/B.pkg", "outcome": null, )"
+                        R"("installed": false, "exitStatus": null, "messages": [], "installedFiles": 0})"),
               std::string::npos)
         << text;
 }
 
-TEST_F(HostSummary, HoldsEveryFieldOfARun) {
+TEST(HostSummary, HoldsEveryFieldOfARun) {
     const Summary summary = {.flow = "web",
                              .language = "FN",
                              .continued = true,
                              .valid = "YES",
                              .status = "fini",
                              .reason = "done",
+                             .errorCode = -1003,
                              .packages = {},
+                             .notExpanded = {{"Fax.zip", "cut"}},
                              .setAside = {"Extra"},
                              .installedFiles = 12,
                              .seconds = 1.5};
@@ -60,7 +47,12 @@ TEST_F(HostSummary, HoldsEveryFieldOfARun) {
   "valid": "YES",
   "status": "fini",
   "reason": "done",
+  "errorCode": -1003,
+  "exitStatus": 3,
   "packages": [],
+  "notExpanded": [
+    {"archive": "Fax.zip", "words": "cut"}
+  ],
   "setAside": [
     "Extra"
   ],
@@ -70,20 +62,54 @@ TEST_F(HostSummary, HoldsEveryFieldOfARun) {
 )");
 }
 
-TEST_F(HostSummary, CountsFilesAndLinksButNoFolders) {
-    write("a/one");
-    write("a/b/two");
-    fs::create_directories(folder / "empty");
-    fs::create_directory_symlink(folder / "a", folder / "link to a folder");
-    fs::create_symlink("nowhere", folder / "dangling");
-    EXPECT_EQ(fileCount(folder), 4U);
-    EXPECT_EQ(fileCount(folder / "missing"), 0U);
+TEST(HostSummary, APackageIsInstalledWhenItWasReachedAndNothingSpeaksAgainstIt) {
+    const auto package = [](std::optional<std::string> outcome, std::optional<int> status) {
+        return Package{"A.pkg", "", "", std::move(outcome), status};
+    };
+    EXPECT_TRUE(isInstalled(package("PIPE END", 0)));
+    EXPECT_TRUE(isInstalled(package("Completed", 0)));
+    EXPECT_TRUE(isInstalled(package("PIPE END", std::nullopt)));
+    EXPECT_FALSE(isInstalled(package("PIPE END", 1)));
+    EXPECT_FALSE(isInstalled(package("Completed", 137)));
+    EXPECT_FALSE(isInstalled(package("Failed", 0)));
+    EXPECT_FALSE(isInstalled(package(std::nullopt, std::nullopt)));
 }
 
-TEST_F(HostSummary, NamesFoldersSorted) {
-    write("b/file");
-    write("a/file");
-    write("file");
-    EXPECT_EQ(folderNames(folder), (std::vector<std::string>{"a", "b"}));
-    EXPECT_TRUE(folderNames(folder / "missing").empty());
+TEST(HostSummary, TheExitStatusTellsWholeRunsFromPartsAndFromNoEnd) {
+    Summary whole;
+    whole.continued = true;
+    whole.packages = {{"A.pkg", "", "", "PIPE END", 0}};
+    EXPECT_EQ(exitStatus(whole), 0);
+    Summary failed = whole;
+    failed.packages.push_back({"B.pkg", "", "", "PIPE END", 1});
+    EXPECT_EQ(exitStatus(failed), 3);
+    Summary setAside = whole;
+    setAside.setAside = {"Extra"};
+    EXPECT_EQ(exitStatus(setAside), 3);
+    Summary notExpanded = whole;
+    notExpanded.notExpanded = {{"Fax.zip", "cut"}};
+    EXPECT_EQ(exitStatus(notExpanded), 3);
+    Summary stopped = whole;
+    stopped.continued = false;
+    EXPECT_EQ(exitStatus(stopped), 1);
+}
+
+TEST(HostSummary, CountsFilesAndLinksButNoFolders) {
+    const TestFolder folder;
+    folder.write("a/one");
+    folder.write("a/b/two");
+    std::filesystem::create_directories(folder.path() + "/empty");
+    std::filesystem::create_directory_symlink(folder.path() + "/a", folder.path() + "/link to a folder");
+    folder.link("dangling");
+    EXPECT_EQ(fileCount(folder.path()), 4U);
+    EXPECT_EQ(fileCount(folder.path() + "/missing"), 0U);
+}
+
+TEST(HostSummary, NamesFoldersSorted) {
+    const TestFolder folder;
+    folder.write("b/file");
+    folder.write("a/file");
+    folder.write("file");
+    EXPECT_EQ(folderNames(folder.path()), (std::vector<std::string>{"a", "b"}));
+    EXPECT_TRUE(folderNames(folder.path() + "/missing").empty());
 }

@@ -1,12 +1,18 @@
 #pragma once
 #import <Foundation/Foundation.h>
 
+#include "RunMarks.hpp"
 #include "Timeline.hpp"
+#include <mutex>
+#include <vector>
 
-/// Puts every notification of the installation on the timeline, on the thread that posts it.
+/// Puts every notification of the installation on the timeline, on the thread that posts it, and marks the moments at
+/// which a package has ended.
 @interface EventRecorder : NSObject {
     vant::host::Timeline *timeline;
     BOOL packageFailed;
+    std::mutex mutex;
+    std::vector<vant::host::Mark> marks;
 }
 
 /// The timeline is not owned and must outlive the recorder.
@@ -17,5 +23,8 @@
 
 /// YES once a list of packages ended with a failed one.
 - (BOOL)packageFailed;
+
+/// The start, and the end of each package so far. Any thread.
+- (std::vector<vant::host::Mark>)marks;
 
 @end

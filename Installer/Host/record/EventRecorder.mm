@@ -1,5 +1,7 @@
 #import "EventRecorder.h"
 
+#include <unistd.h>
+
 static NSString *const packageFailedNotification = @"FindInstallFile3";
 
 /// The names that the pane's steps are joined by.
@@ -9,6 +11,14 @@ static NSArray *installationNotifications(void) {
         @"InstallNextSUComponent", @"SUInstallComplete", @"InstallNextCDComponent", @"CDInstallComplete",
         packageFailedNotification, @"FindInstallFile"
     ];
+}
+
+/// The names that a package's end is announced by, whatever follows it.
+static BOOL endsPackage(NSString *name) {
+    return [@[
+        @"InstallNextSUComponent", @"SUInstallComplete", @"InstallNextCDComponent", @"CDInstallComplete",
+        packageFailedNotification
+    ] containsObject:name];
 }
 
 /// What the notification is about: the last part of the first path that it carries.
@@ -36,6 +46,7 @@ static NSString *subject(NSNotification *notification) {
     if (self == nil)
         return nil;
     timeline = runTimeline;
+    marks = {vant::host::markNow(STDERR_FILENO)};
     [self listen];
     return self;
 }
@@ -57,8 +68,20 @@ static NSString *subject(NSNotification *notification) {
     NSString *text = [NSString stringWithFormat:@"%@ %@", name, subject(notification)];
     timeline->record("notification",
                      [[text stringByTrimmingCharactersInSet:[NSCharacterSet whitespaceCharacterSet]] UTF8String]);
+    if (endsPackage(name))
+        [self markEnd];
     if ([name isEqualToString:packageFailedNotification])
         packageFailed = YES;
+}
+
+- (void)markEnd {
+    const std::lock_guard lock(mutex);
+    marks.push_back(vant::host::markNow(STDERR_FILENO));
+}
+
+- (std::vector<vant::host::Mark>)marks {
+    const std::lock_guard lock(mutex);
+    return marks;
 }
 
 - (BOOL)packageFailed {

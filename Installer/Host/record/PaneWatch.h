@@ -3,6 +3,7 @@
 
 #include "Summary.hpp"
 #include "Timeline.hpp"
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <string>
@@ -15,6 +16,7 @@
     std::map<std::string, NSProgressIndicator *> bars;
     std::mutex mutex;
     std::map<std::string, std::string> seen;
+    std::atomic<double> lastChange;
 }
 
 /// Neither the pane nor the timeline is owned; both must outlive the watch.
@@ -23,13 +25,31 @@
 /// Records what has changed since the last look, the slide's title too.
 - (void)look;
 
+/// The pane's own word on whether it can be used, "YES" or "NO".
+- (NSString *)isValid;
+
 /// The status text now.
 - (NSString *)status;
 
 /// The packages of the run's list, in its order, with the outcomes recorded so far.
 - (std::vector<vant::host::Package>)packages;
 
+/// How many packages the list holds now.
+- (NSUInteger)packageCount;
+
 /// The code of the last failed download, 0 when none has failed.
 - (int)downloadError;
+
+/// Why the last package's installer was not started, 0 when it was.
+- (int)launchError;
+
+/// YES while the pane shows its installation bar and has something to install.
+- (BOOL)isInstalling;
+
+/// YES once the first package is under way.
+- (BOOL)hasStarted;
+
+/// How long nothing has changed, in seconds.
+- (double)secondsStill;
 
 @end

@@ -1,8 +1,12 @@
 #import "PaneWatch.h"
 
-#import <AppKit/AppKit.h>
+#import "shell/VantInstallation.h"
+
 #include <objc/runtime.h>
 #include <utility>
+
+/// The pane's status after a package whose installer's output has ended.
+static const int outputEnded = -1278;
 
 static std::string text(id value) {
     const char *bytes = [value isKindOfClass:[NSString class]] ? [value UTF8String] : nullptr;
@@ -63,6 +67,7 @@ static void becomeWatched(id control, Class watched) {
         return nil;
     pane = watchedPane;
     timeline = runTimeline;
+    lastChange = runTimeline->seconds();
     bars = {{"download", [pane valueForKey:@"mVTPackageDownloadProg"]},
             {"install", [pane valueForKey:@"mVTPackageInstallationProg"]}};
     watching = self;
@@ -83,6 +88,7 @@ static void becomeWatched(id control, Class watched) {
         if (std::exchange(seen[kind + name], value) == value)
             return;
     }
+    lastChange = timeline->seconds();
     timeline->record(kind, name.empty() ? value : name + " " + value);
 }
 
@@ -103,17 +109,32 @@ static void becomeWatched(id control, Class watched) {
     [self note:"slide" name:"" value:text([[pane valueForKey:@"productTitle"] stringValue])];
 }
 
+- (NSString *)isValid {
+    return [pane isPluginValid];
+}
+
 - (NSString *)status {
     NSString *status = [[pane valueForKey:@"mProgressInfoTF"] stringValue];
     return status != nil ? status : @"";
 }
 
 /// A run works through one of two lists: the web flow fills the first, the media flow the second.
+- (NSArray *)packagesOfWeb {
+    return [pane valueForKey:@"mInstallCompArrayForSmartUpdate"];
+}
+
+- (NSArray *)packageRecords {
+    NSArray *list = [self packagesOfWeb];
+    return [list count] > 0 ? list : [pane valueForKey:@"mInstallCompArrayForCDUpdate"];
+}
+
+- (NSUInteger)packageCount {
+    return [[self packageRecords] count];
+}
+
 - (std::vector<vant::host::Package>)packages {
-    NSArray *list = [pane valueForKey:@"mInstallCompArrayForSmartUpdate"];
-    const bool web = [list count] > 0;
-    if (!web)
-        list = [pane valueForKey:@"mInstallCompArrayForCDUpdate"];
+    NSArray *list = [self packageRecords];
+    const bool web = list == [self packagesOfWeb];
     NSDictionary *outcomes = [pane valueForKey:@"mInstalledPackageDict"];
     std::vector<vant::host::Package> packages;
     for (NSDictionary *record in list) {
@@ -124,6 +145,27 @@ static void becomeWatched(id control, Class watched) {
         packages.push_back({name, component, path, outcome != nil ? std::optional(text(outcome)) : std::nullopt});
     }
     return packages;
+}
+
+- (int)launchError {
+    const int status = [[pane valueForKey:@"status"] intValue];
+    return status == outputEnded ? 0 : status;
+}
+
+- (NSProgressIndicator *)installationBar {
+    return bars.at("install");
+}
+
+- (BOOL)isInstalling {
+    return [self packageCount] > 0 && ![[self installationBar] isHidden];
+}
+
+- (BOOL)hasStarted {
+    return [self isInstalling] && [[self installationBar] doubleValue] > 0;
+}
+
+- (double)secondsStill {
+    return timeline->seconds() - lastChange;
 }
 
 - (int)downloadError {

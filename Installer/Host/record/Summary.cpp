@@ -38,12 +38,6 @@ std::string jsonQuoted(std::string_view text) {
     return literal + '"';
 }
 
-static std::string json(const Package &package) {
-    return R"({"name": )" + jsonQuoted(package.name) + R"(, "component": )" + jsonQuoted(package.component) +
-           R"(, "path": )" + jsonQuoted(package.path) + R"(, "outcome": )" +
-           (package.outcome ? jsonQuoted(*package.outcome) : "null") + "}";
-}
-
 /// A JSON array with one element a line; `literal` makes an element's text.
 template<class Range, class Literal>
 static std::string jsonLines(const Range &range, Literal literal) {
@@ -53,22 +47,59 @@ static std::string jsonLines(const Range &range, Literal literal) {
     return text.empty() ? "[]" : "[" + text + "\n  ]";
 }
 
+/// A JSON array on one line.
+static std::string jsonList(const std::vector<std::string> &texts) {
+    std::string list;
+    for (const std::string &text : texts)
+        list += (list.empty() ? "" : ", ") + jsonQuoted(text);
+    return "[" + list + "]";
+}
+
+static std::string json(const Package &package) {
+    return R"({"name": )" + jsonQuoted(package.name) + R"(, "component": )" + jsonQuoted(package.component) +
+           R"(, "path": )" + jsonQuoted(package.path) + R"(, "outcome": )" +
+           (package.outcome ? jsonQuoted(*package.outcome) : "null") + R"(, "installed": )" +
+           (isInstalled(package) ? "true" : "false") + R"(, "exitStatus": )" +
+           (package.exitStatus ? std::to_string(*package.exitStatus) : "null") + R"(, "messages": )" +
+           jsonList(package.messages) + R"(, "installedFiles": )" + std::to_string(package.installedFiles) + "}";
+}
+
+static std::string json(const ExpansionFailure &failure) {
+    return R"({"archive": )" + jsonQuoted(failure.archive) + R"(, "words": )" + jsonQuoted(failure.words) + "}";
+}
+
 static std::string decimal(double seconds) {
     std::array<char, 24> text{};
     std::snprintf(text.data(), text.size(), "%.3f", seconds);
     return text.data();
 }
 
+bool isInstalled(const Package &package) {
+    return package.outcome && *package.outcome != "Failed" && package.exitStatus.value_or(0) == 0;
+}
+
+int exitStatus(const Summary &summary) {
+    if (!summary.continued)
+        return 1;
+    const bool whole =
+        summary.notExpanded.empty() && summary.setAside.empty() && std::ranges::all_of(summary.packages, isInstalled);
+    return whole ? 0 : 3;
+}
+
 std::string json(const Summary &summary) {
     const auto packageLiteral = [](const Package &package) { return json(package); };
-    const std::array<std::pair<const char *, std::string>, 10> fields = {{
+    const auto failureLiteral = [](const ExpansionFailure &failure) { return json(failure); };
+    const std::array<std::pair<const char *, std::string>, 13> fields = {{
         {"flow", jsonQuoted(summary.flow)},
         {"language", jsonQuoted(summary.language)},
         {"continued", summary.continued ? "true" : "false"},
         {"valid", jsonQuoted(summary.valid)},
         {"status", jsonQuoted(summary.status)},
         {"reason", jsonQuoted(summary.reason)},
+        {"errorCode", std::to_string(summary.errorCode)},
+        {"exitStatus", std::to_string(exitStatus(summary))},
         {"packages", jsonLines(summary.packages, packageLiteral)},
+        {"notExpanded", jsonLines(summary.notExpanded, failureLiteral)},
         {"setAside", jsonLines(summary.setAside, jsonQuoted)},
         {"installedFiles", std::to_string(summary.installedFiles)},
         {"seconds", decimal(summary.seconds)},

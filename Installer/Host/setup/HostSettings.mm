@@ -32,6 +32,7 @@ HostSettings VantHostSettings(void) {
         .installRoot = [[[NSProcessInfo processInfo] environment] objectForKey:@"VANT_INSTALL_ROOT"],
         .timeOut = secondsForKey(@"TimeOut", 600),
         .linger = secondsForKey(@"Linger", 1),
+        .stillAfter = secondsForKey(@"StillAfter", 60),
         .nextSlide = secondsForKey(@"NextSlideAfter", 0),
         .debug = [defaults boolForKey:@"Debug"] != NO,
     };

@@ -1,6 +1,7 @@
 #import "SelectionFiles.h"
 
 #include "Locations.hpp"
+#include "ShellCharacters.hpp"
 
 static NSString *const mediaSelectionFile = @"SelectedInput.plist";
 static NSString *const userSettingsFile = @"VantUserSettings.plist";
@@ -33,6 +34,18 @@ static id withAbsoluteLocations(id value, NSString *base, bool isLocation) {
         [dictionary setObject:withAbsoluteLocations([value objectForKey:key], base, location) forKey:key];
     }
     return dictionary;
+}
+
+/// The texts of a selection's locations.
+static NSArray *locationsIn(NSArray *selection) {
+    NSMutableArray *locations = [NSMutableArray array];
+    for (id entry in selection) {
+        id location = [entry isKindOfClass:[NSDictionary class]] ? [entry objectForKey:@"LOCATION"] : nil;
+        id text = [location isKindOfClass:[NSDictionary class]] ? [location objectForKey:@"text"] : nil;
+        if ([text isKindOfClass:[NSString class]])
+            [locations addObject:text];
+    }
+    return locations;
 }
 
 /// Copies a selection file, its locations made absolute; a file that is no property list is copied as it stands.
@@ -75,7 +88,18 @@ static void writeUserSettings(const HostSettings &settings, NSString *target) {
     [choices writeToFile:target atomically:YES];
 }
 
-void VantWriteSelectionFiles(const HostSettings &settings) {
+/// Why a selection is not downloaded, nil when it is. An archive is expanded by a shell's command line that holds its
+/// name, which comes from its address.
+static NSString *refusalOf(NSString *selection) {
+    for (NSString *location in locationsIn([NSArray arrayWithContentsOfFile:selection])) {
+        if (const auto character = vant::host::shellCharacter([location UTF8String]))
+            return [NSString
+                stringWithFormat:@"the address %@ holds %s, which a shell would read", location, character->c_str()];
+    }
+    return nil;
+}
+
+NSString *VantWriteSelectionFiles(const HostSettings &settings) {
     NSFileManager *files = [NSFileManager defaultManager];
     NSString *working = [NSTemporaryDirectory() stringByAppendingPathComponent:@"Vantrel"];
     [files removeFileAtPath:working handler:nil];
@@ -85,10 +109,16 @@ void VantWriteSelectionFiles(const HostSettings &settings) {
                               error:nullptr];
     copySelection([settings.media stringByAppendingPathComponent:mediaSelectionFile], settings.media,
                   [working stringByAppendingPathComponent:@"CD/SelectedInput.plist"]);
-    copySelection(settings.webSelection, settings.site, [working stringByAppendingPathComponent:mediaSelectionFile]);
+    NSString *downloads = [working stringByAppendingPathComponent:mediaSelectionFile];
+    copySelection(settings.webSelection, settings.site, downloads);
+    if (NSString *refusal = refusalOf(downloads)) {
+        [files removeFileAtPath:working handler:nil];
+        return refusal;
+    }
     writeUserSettings(settings, [working stringByAppendingPathComponent:userSettingsFile]);
     for (NSString *slides in @[ @"GTA", @"GTA_Default" ])
         [files copyPath:[settings.media stringByAppendingPathComponent:slides]
                  toPath:[working stringByAppendingPathComponent:slides]
                 handler:nil];
+    return nil;
 }

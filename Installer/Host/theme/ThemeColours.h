@@ -24,6 +24,7 @@ constexpr Colour line = rgb(0xD5DAE3);       ///< borders
 constexpr Colour faintLine = rgb(0xE6E9EF);  ///< separators, borders of what is disabled
 constexpr Colour key = rgb(0xFBFCFD);        ///< the face of a button
 constexpr Colour pressedKey = rgb(0xE9EDF3);
+constexpr Colour caution = rgb(0xFFF4D6); ///< the ground of what the user should read
 
 struct NamedColour {
     const char *name;

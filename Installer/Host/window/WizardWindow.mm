@@ -1,14 +1,13 @@
 #import "WizardWindow.h"
 
+#import "HostText.h"
+#import "KeyLoop.h"
+
 static const NSSize pageSize = {700, 470};
 static const CGFloat margin = 20;
 static const CGFloat headerHeight = 56;
 static const CGFloat footerHeight = 60;
 static const NSSize buttonSize = {112, 28};
-
-static NSString *hostString(NSString *key) {
-    return [[NSBundle mainBundle] localizedStringForKey:key value:nil table:nil];
-}
 
 @implementation WizardWindow
 
@@ -22,8 +21,7 @@ static NSString *hostString(NSString *key) {
     [self addHeaderTo:content];
     [self addPaneAreaTo:content];
     [self addButtonsTo:content];
-    // No button is to look pressed into service before the user has touched the keyboard.
-    [window setInitialFirstResponder:content];
+    [self joinKeyLoop];
     [window center];
     [window makeKeyAndOrderFront:self];
     return self;
@@ -31,6 +29,8 @@ static NSString *hostString(NSString *key) {
 
 - (void)dealloc {
     [window setDelegate:nil];
+    [notice release];
+    [pageControls release];
     [window release];
     [super dealloc];
 }
@@ -43,7 +43,7 @@ static NSString *hostString(NSString *key) {
                                            backing:NSBackingStoreBuffered
                                              defer:NO];
     [window setReleasedWhenClosed:NO];
-    [window setTitle:hostString(@"WindowTitle")];
+    [window setTitle:VantHostText(@"WindowTitle")];
     [window setContentMinSize:frame.size];
     [window setDelegate:(id)self];
 }
@@ -88,7 +88,7 @@ static NSString *hostString(NSString *key) {
         const NSRect frame =
             NSMakeRect(lefts[i], (footerHeight - buttonSize.height) / 2, buttonSize.width, buttonSize.height);
         NSButton *button = [[[NSButton alloc] initWithFrame:frame] autorelease];
-        [button setTitle:hostString(titles[i])];
+        [button setTitle:VantHostText(titles[i])];
         [button setBezelStyle:NSRoundedBezelStyle];
         [button setTag:i + 1];
         [button setTarget:self];
@@ -97,16 +97,36 @@ static NSString *hostString(NSString *key) {
         [content addSubview:button];
         buttons[i] = button;
     }
+    [buttons[1] setKeyEquivalent:@"\r"];
+    [buttons[2] setKeyEquivalent:@"\e"];
     [self addRuleTo:content at:footerHeight - 1 mask:NSViewMaxYMargin];
+}
+
+/// The page's controls, then what a notice offers, then the wizard's buttons from left to right.
+- (void)joinKeyLoop {
+    NSMutableArray *loop = [NSMutableArray arrayWithArray:pageControls];
+    if ([notice superview] != nil)
+        [loop addObject:[notice button]];
+    [loop addObjectsFromArray:@[ buttons[2], buttons[0], buttons[1] ]];
+    VantCloseKeyLoop(loop);
+}
+
+/// The page's first control that can take the keyboard has it, and it has the keyboard again whenever the window opens.
+- (void)focusFirstControl {
+    NSView *first = [pageControls count] > 0 ? [pageControls objectAtIndex:0] : nil;
+    if (first != nil && ![first acceptsFirstResponder])
+        first = [first nextValidKeyView];
+    [window setInitialFirstResponder:first];
+    [window makeFirstResponder:first];
 }
 
 - (void)buttonPressed:(id)sender {
     [target wizardButtonPressed:[sender tag]];
 }
 
-- (void)windowWillClose:(NSNotification *)notification {
-    (void)notification;
-    [target wizardWindowClosed];
+- (BOOL)windowShouldClose:(id)sender {
+    (void)sender;
+    return [target wizardWindowShouldClose];
 }
 
 - (void)showPage:(NSView *)view title:(NSString *)title {
@@ -116,6 +136,43 @@ static NSString *hostString(NSString *key) {
     [view setFrame:[paneArea bounds]];
     [view setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
     [paneArea addSubview:view];
+    [pageControls release];
+    pageControls = [VantKeyChain(view) retain];
+    [self joinKeyLoop];
+    [self focusFirstControl];
+}
+
+- (void)showPackage:(NSUInteger)number of:(NSUInteger)count {
+    NSString *title = VantHostText(@"WindowTitle");
+    if (number > 0)
+        title = [title stringByAppendingFormat:@" – %@", VantCountText(number, count)];
+    if (![[window title] isEqualToString:title])
+        [window setTitle:title];
+}
+
+- (void)showNotice:(NSString *)text {
+    if (text == nil) {
+        [notice removeFromSuperview];
+        return [self resizePaneArea:0];
+    }
+    if (notice == nil)
+        notice = [[NoticeStrip alloc] initWithButton:VantNoticeText(@"Close")
+                                              target:window
+                                              action:@selector(performClose:)];
+    NSView *content = [window contentView];
+    const CGFloat height = [notice layOut:text width:[content bounds].size.width];
+    [notice setFrameOrigin:NSMakePoint(0, footerHeight)];
+    [content addSubview:notice];
+    [self resizePaneArea:height];
+}
+
+/// Leaves room for a notice of this height below the page.
+- (void)resizePaneArea:(CGFloat)noticeHeight {
+    const NSSize size = [[window contentView] bounds].size;
+    const CGFloat bottom = footerHeight + noticeHeight;
+    [paneArea setFrame:NSMakeRect(0, bottom, size.width, size.height - headerHeight - bottom)];
+    [self joinKeyLoop];
+    [[window contentView] setNeedsDisplay:YES];
 }
 
 - (void)setButton:(NSInteger)number enabled:(BOOL)enabled {
