@@ -3,7 +3,7 @@ import subprocess
 import sys
 
 import small_media
-from flow_case import SOURCE, FlowCase
+from flow_case import SOURCE, FlowCase, stand_in
 
 sys.path.insert(0, str(SOURCE / "Tests" / "pictures"))
 
@@ -11,23 +11,15 @@ import comparison  # noqa: E402
 
 # The platform reads its defaults again after 30 s; the first package takes longer than that.
 RUN = 45
-SLOW_INSTALLER = f"""#!/bin/sh
-case "$*" in
+SLOW_INSTALLER = f"""case "$*" in
 *"Printer Driver.pkg"*)
-    echo 'installer:%%40.000000'
+    echo 'installer:%40.000000'
     sleep {RUN} ;;
 esac
-exec '%s' "$@"
+real "$@"
 """
 # The window's title, the page's title and the wizard's buttons: what no flow and no slide changes meanwhile.
 STILL = {"the head": ("North", 82), "the foot": ("South", 62)}
-
-
-def use_slow_installer(places):
-    tool = places.system / "usr" / "sbin" / "installer"
-    tool.unlink()
-    tool.write_text(SLOW_INSTALLER % (places.build / "tools" / "installer"))
-    tool.chmod(0o755)
 
 
 def seconds_after(seconds):
@@ -44,7 +36,7 @@ class Appearance(FlowCase):
 
     def test_stays_the_same_in_a_long_run(self):
         media = small_media.write_media(self.folder / "media")
-        ended = self.run_flow("media", media, prepared=use_slow_installer, pictures={
+        ended = self.run_flow("media", media, prepared=stand_in(SLOW_INSTALLER), pictures={
             "start": seconds_after(6), "middle": seconds_after(RUN / 2), "end": seconds_after(RUN)})
         self.assert_continued(ended)
         self.assertGreater(ended.summary["seconds"], RUN)

@@ -9,9 +9,12 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(SOURCE / "Installer" / "Host" / "runner"))
 
+import camera  # noqa: E402, F401
 import flow  # noqa: E402
 import follow  # noqa: E402
 import languages  # noqa: E402
+import report  # noqa: E402, F401
+import run_folder  # noqa: E402, F401
 
 BUILD = pathlib.Path(os.environ.get("VANT_BUILD", SOURCE / "build" / "debug"))
 # Sanitizers make every step slower; no test waits this long for what it expects.
@@ -76,6 +79,16 @@ def add_case_for_each_language(test_class, check):
         setattr(test_class, f"test_{language.folder.lower().replace('-', '_')}", run)
 
 
+def stand_in(script):
+    """Puts a script in the place of the installer tool, for what is to be seen of a package; "real" in it is the tool."""
+    def prepared(places):
+        tool = places.system / "usr" / "sbin" / "installer"
+        tool.unlink()
+        tool.write_text(f"#!/bin/sh\nreal() {{ '{places.build}/tools/installer' \"$@\"; }}\n{script}\n")
+        tool.chmod(0o755)
+    return prepared
+
+
 def host_string(language_folder, key, table="Localizable"):
     """A string of the host's own tables."""
     return table_string(BUILD / "VantHost.app", language_folder, key, table)
@@ -87,5 +100,3 @@ def plug_in_string(language_folder, key):
 
 def table_string(bundle, language_folder, key, table):
     return languages.strings(bundle / "Resources" / f"{language_folder}.lproj" / f"{table}.strings")[key]
-
-

@@ -3,7 +3,7 @@ import pathlib
 import shutil
 
 import small_media
-from flow_case import FlowCase, add_case_for_each_language, host_string, plug_in_string
+from flow_case import FlowCase, add_case_for_each_language, host_string, plug_in_string, report, stand_in
 from small_media import MEDIA
 
 
@@ -55,9 +55,18 @@ class MediaFlow(FlowCase):
         media = self.media()
         (media / "Packages" / "Printer Manager.pkg" / "Contents" / "Archive.pax.gz").write_bytes(b"not an archive")
         ended = self.run_flow("media", media)
-        self.assert_continued(ended)
+        self.assertEqual((ended.status, ended.summary["continued"]), (3, True), ended.reason)
         self.assertIn(("Printer Manager.pkg", "Pressdeck", "PIPE END"), self.packages(ended))
         self.assert_installed(ended, [row for row in MEDIA if row[0] != "Printer Manager.pkg"])
+        failed = [package for package in ended.summary["packages"] if not package["installed"]]
+        self.assertEqual([(package["name"], package["exitStatus"]) for package in failed], [("Printer Manager.pkg", 1)])
+        self.assertIn(str(media / "Packages" / "Printer Manager.pkg"), failed[0]["messages"][0])
+        self.assertIn("Printer Manager.pkg", report.complaints(ended)[0])
+
+    def test_tells_of_each_package_what_it_left_and_how_its_installer_ended(self):
+        ended = self.run_flow("media", self.media())
+        self.assertEqual([(package["name"], package["installedFiles"], package["exitStatus"], package["messages"])
+                          for package in ended.summary["packages"]], [(name, count, 0, []) for name, _, count in MEDIA])
 
     def test_without_a_selection_installs_what_the_host_carries(self):
         media = self.media()
@@ -67,14 +76,20 @@ class MediaFlow(FlowCase):
         self.assert_continued(ended)
         self.assert_installed(ended, [row for row in MEDIA if row[0] == "Uninstaller.pkg"])
 
-    def test_ends_by_its_time_out_without_the_installer_tool(self):
+    def test_ends_when_the_installer_tool_cannot_be_started(self):
         def without_tool(places):
             (places.system / "usr" / "sbin" / "installer").unlink()
 
-        ended = self.run_flow("media", self.media(), prepared=without_tool, timeout=6)
-        self.assertEqual((ended.status, ended.reason), (1, "no end after 6 s"))
+        ended = self.run_flow("media", self.media(), prepared=without_tool)
+        self.assertEqual((ended.status, ended.summary["continued"]), (1, False))
+        self.assertIn("could not be started (-60031)", ended.reason)
         self.assertEqual({package["outcome"] for package in ended.summary["packages"]}, {None})
         self.assert_installed(ended, [])
+
+    def test_ends_by_its_time_out(self):
+        ended = self.run_flow("media", self.media(), prepared=stand_in("sleep 60"), timeout=6)
+        self.assertEqual((ended.status, ended.reason), (1, "no end after 6 s"))
+        self.assertIn("the last status was", report.complaints(ended)[0])
 
     def test_keeps_a_trace_only_when_asked(self):
         media = self.media()

@@ -1,6 +1,8 @@
 """Installations from a download site by the real host process: nginx on loopback, real archives, real packages."""
+import plistlib
+
 import small_media
-from flow_case import FlowCase, host_string
+from flow_case import FlowCase, report, host_string
 from small_media import MEDIA, inside, package_files
 
 # What the downloads hold, beside the media: a newer printer driver, and a newer scan driver, which takes the place of
@@ -69,9 +71,35 @@ class WebFlow(FlowCase):
     def test_installs_after_an_earlier_component_was_set_aside(self):
         components = {"Extra.zip": inside("Extra/Unknown Tool.pkg", package_files("Unknown Tool", 4))} | archives()
         ended = self.install(components)
-        self.assert_continued(ended)
+        self.assertEqual((ended.status, ended.summary["continued"]), (3, True), ended.reason)
         self.assertEqual(ended.summary["setAside"], ["Extra"])
         self.assert_installed(ended, EXPECTED)
+
+    def test_names_an_archive_that_cannot_be_expanded(self):
+        site = small_media.write_site(self.folder / "site", archives())
+        (site / "Scan.zip").write_bytes(b"<html>not here</html>")
+        ended = self.run_flow("web", self.media, site_folder=site)
+        self.assertEqual((ended.status, ended.summary["continued"]), (3, True), ended.reason)
+        self.assertEqual([failure["archive"] for failure in ended.summary["notExpanded"]], ["Scan.zip"])
+        self.assertNotEqual(ended.summary["notExpanded"][0]["words"], "")
+        self.assertIn("Scan.zip", report.complaints(ended)[0])
+
+    def test_refuses_an_address_that_a_shell_would_read(self):
+        ended = self.install(archives() | {"$HOME.zip": inside("Fax.pkg", package_files("Fax", 1))})
+        self.assertEqual(ended.status, 1)
+        self.assertRegex(ended.reason, r"the address http://\S+/\$HOME.zip holds \$")
+        self.assertEqual(self.texts("notification"), [])
+        self.assertFalse((ended.places.temporary / "Vantrel").exists())
+
+    def test_says_that_a_failed_download_has_stopped_the_run(self):
+        site = small_media.write_site(self.folder / "site", archives())
+        selection = plistlib.loads((site / "SelectedInput.plist").read_bytes())
+        selection[0]["LOCATION"]["text"] = "gopher://site/Driver.zip"
+        (site / "SelectedInput.plist").write_bytes(plistlib.dumps(selection))
+        ended = self.run_flow("web", self.media, site_folder=site)
+        self.assertEqual((ended.status, ended.summary["errorCode"]), (1, -1002))
+        self.assertIn("of a kind that cannot be downloaded (-1002)", ended.reason)
+        self.assertEqual(self.texts("notice")[-1], host_string("en", "StuckAnswer", "Notices").replace("__CODE__", "-1002"))
 
     def test_installs_the_media_when_the_site_cannot_be_reached(self):
         ended = self.install(archives(), offline=True)

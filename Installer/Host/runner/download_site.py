@@ -8,7 +8,7 @@ import urllib.error
 import urllib.parse
 import urllib.request
 
-from places import RunError
+from run_folder import RunError
 
 SELECTION = "SelectedInput.plist"
 # A name of the reserved domain that never resolves.
@@ -72,9 +72,9 @@ def serve(root, folder, rate=None):
         server.wait()
 
 
-def fetch_selection(site, target):
+def fetch_selection(site, target, name=SELECTION):
     """Fetches the site's list of components, as the earlier pages of an installer do."""
-    address = site.rstrip("/") + "/" + SELECTION
+    address = site.rstrip("/") + "/" + name
     try:
         with urllib.request.urlopen(address, timeout=30) as answer:
             target.write_bytes(answer.read())

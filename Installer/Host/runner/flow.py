@@ -10,58 +10,15 @@ import typing
 
 import download_site
 import follow
-from places import Places, RunError
+import run_folder
+from camera import Camera
+from moments import PICTURES, WEB_PICTURES, Moments
+from places import Places
+from run_folder import RunError
 
 LOG = pathlib.Path("Library/Logs/Quorvel VantMain.log")
-FIRST_LOOK = 0.6  # seconds after the pane was shown: the window manager has drawn the window by then
 LINGER = 20
 GRACE = 15  # seconds beyond the time-out, after which a host that does not answer is ended
-
-
-class Moments:
-    """When a picture is due: asked with every event of the timeline, and with None between them."""
-
-    def __init__(self):
-        self.started_at = time.monotonic()
-        self.shown_at = None
-        self.ended = False
-
-    def take(self, event):
-        if event.text.startswith("pane shown"):
-            self.shown_at = time.monotonic()
-
-    def settled(self, _event, seconds=FIRST_LOOK):
-        """The pane has been on the screen for a while."""
-        return self.shown_at is not None and time.monotonic() - self.shown_at >= seconds
-
-    def prompting(self, _event):
-        """The host has been waiting for the administrator for a while."""
-        return self.shown_at is None and time.monotonic() - self.started_at >= 2
-
-    def downloading(self, event):
-        return bar_value(event, "download") >= 2
-
-    def installing(self, event):
-        return bar_value(event, "install") >= 40
-
-    def installing_download(self, event):
-        """The web flow's bar shows a share of what remains, so it stays low until the last packages."""
-        return bar_value(event, "install") >= 12
-
-    def end(self, _event):
-        return self.ended
-
-
-def bar_value(event, bar):
-    if event is None or event.kind != "bar":
-        return 0
-    name, value = event.text.rsplit(" ", 1)
-    return float(value) if name == bar else 0
-
-
-PICTURES = {"1-start": Moments.settled, "2-working": Moments.installing, "3-end": Moments.end}
-WEB_PICTURES = {
-    "1-downloading": Moments.downloading, "2-installing": Moments.installing_download, "3-finished": Moments.end}
 
 
 @dataclasses.dataclass
@@ -73,6 +30,7 @@ class Options:
     media: pathlib.Path
     site: str | None = None           # address of somebody's own download site
     site_folder: pathlib.Path | None = None  # folder to be served when there is no address
+    selection: str = download_site.SELECTION  # name of the site's list of components
     offline: bool = False
     language: str = "EN"
     authorize: str = "grant"
@@ -80,7 +38,11 @@ class Options:
     timeout: float = 600
     pictures: dict = dataclasses.field(default_factory=lambda: dict(PICTURES))  # name → when, see Moments
     rate: str | None = None           # speed of the site that is served, as nginx has it: "2m"
-    press: str | None = None          # key that is pressed once all pictures have been taken
+    press: str | None = None          # keys that are pressed once all pictures have been taken
+    stay: bool = False                # the window stays open at the end until somebody closes it
+    linger: float = LINGER            # seconds after which the host leaves by itself once the run has ended
+    look_after: float = 0             # seconds for which the window is still looked at after the end
+    still_after: float | None = None  # seconds of stillness after which the host says so
     next_slide: float | None = None   # seconds after which the host presses the pane's Next button
     prepared: typing.Callable[[Places], None] = lambda places: None  # last hand on the folders, before the host starts
 
@@ -88,7 +50,7 @@ class Options:
 @dataclasses.dataclass
 class Result:
     """How the run ended. `status` is that of ./run; `summary` is empty when the host died before it wrote one."""
-    status: int
+    status: int  # 0 all installed, 1 the pane did not come to its end, 3 it did but something is not installed
     reason: str
     summary: dict
     places: Places
@@ -96,8 +58,20 @@ class Result:
 
 def run(options, progress=None):
     """Runs one installation to its end. Whatever it starts is stopped when it returns or raises."""
-    progress = progress or follow.Silence()
-    places = Places(options.out, options.build)
+    check_media(pathlib.Path(options.media).resolve(), pathlib.Path(options.out).resolve())
+    with run_folder.opened(options.out) as folder:
+        return run_in(folder, options, progress or follow.Silence())
+
+
+def check_media(media, out):
+    if not media.is_dir():
+        raise RunError(f"no media folder at {media}")
+    if media.is_relative_to(out):
+        raise RunError(f"{media} lies inside the output folder, whose files the next run replaces")
+
+
+def run_in(folder, options, progress):
+    places = Places(folder, options.build)
     places.stage_media(options.media)
     places.stage_tools()
     with contextlib.ExitStack() as stack:
@@ -107,30 +81,31 @@ def run(options, progress=None):
         options.prepared(places)
         status = run_host(options, places, arguments, progress)
     if options.debug and (places.home / LOG).exists():
-        shutil.copy(places.home / LOG, places.out / "trace.log")
+        shutil.copy(places.home / LOG, folder.claim("trace.log"))
     return result(status, places)
 
 
 def host_arguments(options, places):
     slide = ["-NextSlideAfter", str(options.next_slide)] if options.next_slide else []
-    return [str(places.app / "VantHost"), *slide, "-Flow", options.flow, "-Output", str(places.out),
+    still = ["-StillAfter", str(options.still_after)] if options.still_after else []
+    return [str(places.app / "VantHost"), *slide, *still, "-Flow", options.flow, "-Output", str(places.out),
             "-Bundle", str(options.build.resolve() / "VantInstallation.bundle"),
             "-Language", options.language, "-Debug", "YES" if options.debug else "NO",
-            "-TimeOut", str(options.timeout), "-Linger", str(LINGER)]
+            "-TimeOut", str(options.timeout), "-Linger", str(options.linger)]
 
 
 def web_arguments(options, places, stack):
     """Starts the site when it is ours to start, and takes the list of components from it."""
-    selection = places.media / "WebSelection.plist"
+    selection = places.web_selection
     if options.site:
         site = options.site
-        download_site.fetch_selection(site, selection)
+        download_site.fetch_selection(site, selection, options.selection)
     elif options.offline:
         site = download_site.UNREACHABLE
-        shutil.copy(options.site_folder / download_site.SELECTION, selection)
+        shutil.copy(options.site_folder / options.selection, selection)
     else:
-        site = stack.enter_context(download_site.serve(options.site_folder.resolve(), places.out / "nginx", options.rate))
-        download_site.fetch_selection(site, selection)
+        site = stack.enter_context(download_site.serve(options.site_folder.resolve(), places.folder.claim("nginx"), options.rate))
+        download_site.fetch_selection(site, selection, options.selection)
     return ["-WebSelection", str(selection), "-Site", site]
 
 
@@ -140,6 +115,7 @@ def run_host(options, places, arguments, progress):
         environment["VANT_AUTHORIZATION"] = options.authorize
     with (places.out / "host.log").open("w") as log:
         host = subprocess.Popen(arguments, env=environment, cwd=places.home, stdin=subprocess.PIPE, stdout=log, stderr=log)
+        places.folder.begun()
         try:
             watch(host, options, places, progress)
             host.stdin.close()
@@ -153,13 +129,14 @@ def run_host(options, places, arguments, progress):
 
 
 def watch(host, options, places, progress):
-    """Follows the timeline until the summary is there, the host is gone, or its time is long over."""
+    """Follows the timeline until the summary is there, the host is gone, or its time is long over. A window that stays is
+    followed until the host is gone."""
     tail = follow.Tail(places.out / "timeline.txt")
-    camera = follow.Camera(places.out)
+    camera = Camera(places.folder)
     moments = Moments()
     deadline = time.monotonic() + options.timeout + GRACE
-    while host.poll() is None and not moments.ended:
-        moments.ended = (places.out / "summary.json").exists() or time.monotonic() > deadline
+    while host.poll() is None and (options.stay or not moments.over(options.look_after)):
+        moments.ended = moments.ended or (places.out / "summary.json").exists() or time.monotonic() > deadline
         for event in [*tail.look(), None]:
             if event:
                 moments.take(event)
@@ -168,7 +145,7 @@ def watch(host, options, places, progress):
                 if due(moments, event):
                     camera.take(name)
         if options.press and camera.taken == set(options.pictures):
-            follow.output("xdotool", "key", options.press)
+            camera.press(options.press)
         progress.show()
         time.sleep(0.05)
     progress.finish()
@@ -177,15 +154,14 @@ def watch(host, options, places, progress):
 def result(status, places):
     file = places.out / "summary.json"
     summary = json.loads(file.read_text(encoding="utf-8")) if file.exists() else {}
-    if summary:
-        reason = summary["reason"]
-    elif status is None:
-        reason = "the host did not answer any more and was ended"
-    elif status < 0:
-        reason = f"the host died of signal {-status}, see {places.out / 'host.log'}"
-    else:
-        reason = f"the host ended with status {status}, see {places.out / 'host.log'}"
-    return Result(0 if status == 0 and summary.get("continued") else 1, reason, summary, places)
+    log = places.out / "host.log"
+    if summary and status == summary["exitStatus"]:
+        return Result(status, summary["reason"], summary, places)
+    if status is None:
+        return Result(1, "the host did not answer any more and was ended", summary, places)
+    if status < 0:
+        return Result(1, f"the host died of signal {-status}, see {log}", summary, places)
+    return Result(1, f"the host ended with status {status}, see {log}", summary, places)
 
 
-__all__ = ["Options", "Result", "RunError", "run"]
+__all__ = ["Moments", "Options", "PICTURES", "Result", "RunError", "WEB_PICTURES", "run"]

@@ -1,6 +1,5 @@
-"""Follows a run: reads the timeline as it grows, shows progress in the terminal, takes pictures of the window."""
+"""Follows a run: reads the timeline as it grows, shows progress in the terminal."""
 import dataclasses
-import subprocess
 import sys
 
 
@@ -87,48 +86,3 @@ class Silence:
 
     def finish(self):
         pass
-
-
-class Camera:
-    """Pictures of the host's window as the screen shows it: frame included, and a prompt that lies above it."""
-
-    def __init__(self, out):
-        self.out = out
-        self.taken = set()
-
-    def take(self, name):
-        """Takes each picture once; a window that is gone gives none."""
-        if name in self.taken:
-            return
-        self.taken.add(name)
-        window = self._window()
-        if window:
-            subprocess.run(["import", "-silent", "-window", "root", "-crop", frame(window), "+repage",
-                            str(self.out / f"{name}.png")], check=False, stdin=subprocess.DEVNULL)
-
-    @staticmethod
-    def _window():
-        """The host's largest window; a prompt is smaller than the wizard."""
-        listed = output("xprop", "-root", "_NET_CLIENT_LIST").partition("#")[2].replace(",", " ").split()
-        windows = [window for window in listed if '"VantHost"' in output("xprop", "-id", window, "WM_CLASS")]
-        return max(windows, key=area) if windows else None
-
-
-def area(window):
-    geometry = output("xdotool", "getwindowgeometry", "--shell", window)
-    values = dict(line.split("=", 1) for line in geometry.split() if "=" in line)
-    return int(values.get("WIDTH", 0)) * int(values.get("HEIGHT", 0))
-
-
-def frame(window):
-    """Where the window lies on the screen, frame included, as ImageMagick writes it."""
-    lines = output("xwininfo", "-id", window).splitlines()
-    values = dict(line.strip().split(":", 1) for line in lines if ": " in line)
-    width, height, x, y = (int(values[key]) for key in ("Width", "Height", "Absolute upper-left X", "Absolute upper-left Y"))
-    extents = output("xprop", "-id", window, "_NET_FRAME_EXTENTS").partition("=")[2]
-    left, right, top, bottom = map(int, extents.split(",")) if extents else (0, 0, 0, 0)
-    return f"{width + left + right}x{height + top + bottom}{x - left:+d}{y - top:+d}"
-
-
-def output(*command):
-    return subprocess.run(command, check=False, capture_output=True, text=True, stdin=subprocess.DEVNULL).stdout

@@ -6,48 +6,31 @@ import pwd
 import shutil
 import signal
 
-MARK = ".vant-run"
 RUN = "VANT_RUN"  # in the environment of whatever a run starts
-OURS = ["home", "media", "nss", "nginx", "root", "system", "tmp", "host.log", "summary.json", "timeline.txt", "trace.log"]
-
-
-class RunError(Exception):
-    """A run that cannot start, or that died; the text says why."""
+FOLDERS = ["home", "media", "root", "system", "tmp"]
+FILES = ["host.log", "summary.json", "timeline.txt"]
 
 
 class Places:
     """Makes the folders afresh: an own home, temporary folder, volume, system tools, and the media with the host on it."""
 
-    def __init__(self, out, build):
-        self.out = pathlib.Path(out).resolve()
+    def __init__(self, folder, build):
+        self.folder = folder
+        self.out = folder.path
         self.build = pathlib.Path(build).resolve()
-        self.home, self.temporary, self.volume, self.system, self.media = (
-            self.out / name for name in ["home", "tmp", "root", "system", "media"])
+        self.home, self.media, self.volume, self.system, self.temporary = (folder.claim(name) for name in FOLDERS)
+        for name in FILES:
+            folder.claim(name)
         self.app = self.media / "VantHost.app"
-        self._clear()
+        self.web_selection = self.media / "WebSelection.plist"
         # A home as the system makes it: with its desktop, and a folder for logs.
-        for folder in [self.home / "Desktop", self.home / "Library" / "Logs", self.temporary, self.volume]:
-            folder.mkdir(parents=True)
+        for path in [self.home / "Desktop", self.home / "Library" / "Logs", self.temporary, self.volume]:
+            path.mkdir(parents=True)
         self.temporary.chmod(0o700)
-
-    def _clear(self):
-        """Removes what an earlier run left. A folder that no run has made is refused when it holds anything."""
-        self.out.mkdir(parents=True, exist_ok=True)
-        mark = self.out / MARK
-        if not mark.exists() and any(self.out.iterdir()):
-            raise RunError(f"{self.out} holds files that no run has written: choose an empty folder")
-        mark.touch()
-        for path in [self.out / name for name in OURS] + list(self.out.glob("*.png")):
-            if path.is_dir() and not path.is_symlink():
-                shutil.rmtree(path)
-            else:
-                path.unlink(missing_ok=True)
 
     def stage_media(self, media):
         """The media folder's root is the folder that holds the host application, so the host is put beside its contents."""
         media = pathlib.Path(media).resolve()
-        if not media.is_dir():
-            raise RunError(f"no media folder at {media}")
         self.media.mkdir()
         shutil.copytree(self.build / "VantHost.app", self.app)
         for item in media.iterdir():
@@ -66,7 +49,7 @@ class Places:
     def environment(self):
         """The process's environment: nothing of it leads to the real user's home or to the real volume."""
         user, group = pwd.getpwuid(os.getuid()), grp.getgrgid(os.getgid())
-        nss = self.out / "nss"
+        nss = self.folder.claim("nss")
         nss.mkdir()
         (nss / "passwd").write_text(f"{user.pw_name}:x:{user.pw_uid}:{user.pw_gid}::{self.home}:/bin/sh\n")
         (nss / "group").write_text(f"{group.gr_name}:x:{group.gr_gid}:\n")
