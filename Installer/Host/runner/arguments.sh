@@ -25,7 +25,7 @@ language, with a picture of each. Everything is written into one folder; nothing
   --site URL         web: your own download site instead of the sample
   --offline          web: the site cannot be reached
   --language CODE    $(language_codes) (default: EN)
-                     for $(of_each_language LanguageName ,)
+                     for $(of_each_language LanguageName , | sed 's/,/, /g')
   --authorize WORD   the answer to the administrator prompt: grant (default), deny, cancel, or ask, which shows it
   --timeout SECONDS  longest run (default: 600)
   --debug            writes the pane's trace log, and copies it to trace.log
