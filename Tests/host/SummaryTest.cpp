@@ -70,6 +70,11 @@ TEST(HostSummary, APackageIsInstalledWhenItWasReachedAndNothingSpeaksAgainstIt) 
     EXPECT_TRUE(isInstalled(package("Completed", 0)));
     EXPECT_TRUE(isInstalled(package("PIPE END", std::nullopt)));
     EXPECT_FALSE(isInstalled(package("PIPE END", 1)));
+    Package talkative = package("PIPE END", 0);
+    talkative.messages = {"installer: a warning"};
+    EXPECT_TRUE(isInstalled(talkative));
+    talkative.exitStatus = std::nullopt;
+    EXPECT_FALSE(isInstalled(talkative));
     EXPECT_FALSE(isInstalled(package("Completed", 137)));
     EXPECT_FALSE(isInstalled(package("Failed", 0)));
     EXPECT_FALSE(isInstalled(package(std::nullopt, std::nullopt)));

@@ -75,7 +75,9 @@ static std::string decimal(double seconds) {
 }
 
 bool isInstalled(const Package &package) {
-    return package.outcome && *package.outcome != "Failed" && package.exitStatus.value_or(0) == 0;
+    if (!package.outcome || *package.outcome == "Failed")
+        return false;
+    return package.exitStatus ? *package.exitStatus == 0 : package.messages.empty();
 }
 
 int exitStatus(const Summary &summary) {

@@ -20,7 +20,8 @@ struct Package {
 };
 
 /// True when the package was reached and nothing speaks against it. The pane's word alone tells little: "PIPE END" is
-/// the outcome of every package whose installer's output has ended, good or bad.
+/// the outcome of every package whose installer's output has ended, good or bad. Where the exit status is not known, an
+/// installer that has said something on standard error counts as failed.
 [[nodiscard]] bool isInstalled(const Package &package);
 
 /// How a run ended.
