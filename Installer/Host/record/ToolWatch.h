@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-/// Hears how the package installers end that the pane has launched: the layer under the pane tells it where the platform's
-/// own call does not. Where nothing tells it, nothing is known. Main thread.
+/// Hears how the package installers end that the pane has launched: the layer under the pane tells it where the
+/// platform's own call does not. Where nothing tells it, nothing is known. Main thread.
 @interface ToolWatch : NSObject {
     vant::host::Timeline *timeline;
     std::map<std::string, int> statuses;
@@ -20,7 +20,8 @@
 /// How many have ended.
 - (NSUInteger)ended;
 
-/// The exit status of the installer of the package at the path, 128 and more for a signal; absent while it is not known.
+/// The exit status of the installer of the package at the path, 128 and more for a signal; absent while it is not
+/// known.
 - (std::optional<int>)statusOfPackage:(const std::string &)path;
 
 @end
