@@ -2,7 +2,7 @@
 
 #include "GNUstep/authorization/ChildEndings.hpp"
 #include "GNUstep/process/Uninterrupted.hpp"
-#include "GNUstep/tools/Descriptor.hpp"
+#include "GNUstep/files/Descriptor.hpp"
 
 #include <array>
 #include <chrono>

@@ -1,5 +1,5 @@
 #pragma once
-#include "Descriptor.hpp"
+#include "GNUstep/files/Descriptor.hpp"
 
 #include <cstddef>
 #include <cstdint>

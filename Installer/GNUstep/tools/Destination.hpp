@@ -1,6 +1,6 @@
 #pragma once
-#include "Descriptor.hpp"
 #include "EntryPath.hpp"
+#include "GNUstep/files/Descriptor.hpp"
 
 #include <sys/stat.h>
 

@@ -22,6 +22,9 @@ public:
     [[nodiscard]] int get() const { return number_; }
     [[nodiscard]] explicit operator bool() const { return number_ >= 0; }
 
+    /// Hands the number over: closing it is the caller's business from here on.
+    [[nodiscard]] int release() { return std::exchange(number_, -1); }
+
     /// Closes now; false when the system reports a late write error.
     bool close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
 
