@@ -1,6 +1,7 @@
-#include "Expansion.hpp"
+#include "GNUstep/tools/tree/Expansion.hpp"
 #include "ArchiveBuilder.hpp"
-#include "ExpansionError.hpp"
+#include "GNUstep/tools/archive/ArchiveReader.hpp"
+#include "GNUstep/tools/archive/ExpansionError.hpp"
 #include "Jail.hpp"
 
 #include <gtest/gtest.h>
@@ -19,10 +20,11 @@ protected:
     std::string expandWith(const Limits &limits) {
         const std::vector<samples::Item> items{file("a", "1234"), file("b", "1234"), file("c", "1234")};
         FileSource source(writeArchive(jail_.path("a.cpio"), Format::Cpio, Filter::None, items));
-        auto reader = ArchiveReader::cpio(source);
-        Destination destination(jail_.path("out"));
+        const auto reader = ArchiveReader::cpio(source);
+        std::filesystem::create_directory(jail_.path("out"));
+        Destination destination(jail_.path("out"), 0777);
         try {
-            done_ = expand(reader, destination, limits, [this] { ++calls_; });
+            done_ = expand(*reader, destination, limits, [this] { ++calls_; });
             return {};
         } catch (const ExpansionError &error) {
             return error.what();
@@ -53,10 +55,10 @@ TEST_F(Expansion, StopsAtTheLimitOfEntries) {
     EXPECT_TRUE(std::filesystem::exists(jail_.path("out/b")));
 }
 
-TEST_F(Expansion, StopsAtTheLimitOfBytesAndLeavesNoHalfFile) {
+TEST_F(Expansion, RefusesAFileForWhichThereIsNoRoomBeforeItsFirstByte) {
     EXPECT_EQ(expandWith({.bytes = 12}), "");
     std::filesystem::remove_all(jail_.path("out"));
-    EXPECT_EQ(expandWith({.bytes = 11}), "the archive holds more than 11 bytes");
+    EXPECT_EQ(expandWith({.bytes = 11}), "c: refused, needs 4 bytes and has room for 3");
     EXPECT_FALSE(std::filesystem::exists(jail_.path("out/c")));
 }
 

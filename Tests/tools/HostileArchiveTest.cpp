@@ -51,12 +51,9 @@ protected:
             {"a step up at the end", {folder("a/../..")}},
             {"an absolute path", {file(outside + "/canary", "x")}},
             {"an absolute folder", {folder(outside + "/new")}},
-            {"an absolute link", {link("l", outside)}},
-            {"a link a step up", {link("l", "..")}},
-            {"a link two steps up from one folder", {link("a/l", "../../x")}},
-            {"a link that climbs behind a name", {link("a/b/c/l", "../../.."), link("m", "a/b/c/l/../x")}},
             {"a file through a link", {folder("d"), link("l", "d"), file("l/f", "x")}},
             {"a file through a link out", {link("l", outside), file("l/canary", "x")}},
+            {"a file through a link a step up", {link("l", "../outside"), file("l/canary", "x")}},
             {"a folder through a link", {folder("d"), link("l", "d"), folder("l/e")}},
             {"a link's name taken by a folder", {folder("d"), link("l", "d"), folder("l")}},
             {"a pipe", {pipe}},
@@ -100,10 +97,23 @@ TEST_F(HostileArchive, WritesNothingThroughALinkThatWasThereBefore) {
     }
 }
 
-TEST_F(HostileArchive, StopsAtTheEntryAndWritesNothingBehindIt) {
-    fs::create_directories(out());
-    EXPECT_EQ(expand(shapes[1], {file("before", "1"), file("../evil", "x"), file("after", "2")}).status, 1);
-    EXPECT_EQ(treeOf(out()), Tree{"before = 1"});
+TEST_F(HostileArchive, ChangesNothingOfAFolderThatItWouldMergeInto) {
+    for (const auto &shape : shapes) {
+        writeFile(out() / "before", "old");
+        EXPECT_EQ(expand(shape, {file("before", "1"), file("../evil", "x"), file("after", "2")}).status, 1);
+        EXPECT_EQ(treeOf(out()), Tree{"before = old"}) << shape.name;
+    }
+}
+
+TEST_F(HostileArchive, LinksThatLeaveAreMadeAndNothingIsWrittenThroughThem) {
+    const auto outside = jail_.path("outside").string();
+    for (const auto &shape : shapes) {
+        const auto run = expand(shape, {link("a", outside), link("b", ".."), link("c/d", "../../x/../y")});
+        EXPECT_EQ(run.status, 0) << shape.name << run.errors;
+        EXPECT_EQ(treeOf(out()), (Tree{"a -> " + outside, "b -> ..", "c", "c/d -> ../../x/../y"})) << shape.name;
+        EXPECT_EQ(expand(shape, {file("a/canary", "x")}).status, 1) << shape.name;
+        expectNothingOutside(shape.name);
+    }
 }
 
 TEST_F(HostileArchive, GivesEverythingItMayKeepItsOwnPermissions) {
@@ -124,25 +134,6 @@ TEST_F(HostileArchive, CutAtTwentyPlacesIsAnErrorWithoutADestination) {
             const auto what = std::string(shape.name) + " cut to " + std::to_string(length) + " bytes";
             EXPECT_EQ(run.status, 1) << what;
             EXPECT_FALSE(fs::exists(out())) << what;
-            expectNothingOutside(what);
-        }
-    }
-}
-
-TEST_F(HostileArchive, WithAFlippedByteNeverCrashesNorLeavesItsDestination) {
-    std::mt19937 random(20201102);
-    const std::vector<Item> items{folder("d"), file("d/a", std::string(300, 'a')), link("d/l", "a"), file("c", "last")};
-    for (const auto &shape : shapes) {
-        const auto bytes = archiveOf(shape.format, shape.filter, items);
-        for (int round = 0; round < 200; ++round) {
-            auto damaged = bytes;
-            const auto place = random() % bytes.size();
-            damaged[place] = static_cast<char>(damaged[place] ^ static_cast<char>(1U << (random() % 8)));
-            writeFile(jail_.path("archive"), damaged);
-            const auto run = ditto(shape.option);
-            const auto what = std::string(shape.name) + " flipped at " + std::to_string(place);
-            EXPECT_TRUE(run.signal == 0 && (run.status == 0 || run.status == 1)) << what << run.errors;
-            EXPECT_EQ(fs::exists(out()), run.status == 0) << what;
             expectNothingOutside(what);
         }
     }
@@ -187,7 +178,7 @@ TEST_F(HostileArchive, ALinkIsNeverGivenASecondName) {
                              {{"VANT_INSTALL_ROOT", jail_.path("root")}});
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.errors.find("m: refused"), std::string::npos) << run.errors;
-    EXPECT_EQ(treeOf(jail_.path("root")), (Tree{"a", "a/b", "a/b/l -> ../.."}));
+    EXPECT_FALSE(fs::exists(jail_.path("root"))) << "nothing is left";
 }
 
 TEST_F(HostileArchive, AHardLinkToAFileOutsideIsRefused) {

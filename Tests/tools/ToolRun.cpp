@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -63,6 +64,10 @@ void collect(ToolRun &run, int output, int errors, pid_t child, std::chrono::sec
     }
 }
 
+double secondsOf(const timeval &time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
 } // namespace
 
 ToolRun runTool(const fs::path &tool, const std::vector<std::string> &arguments, const Environment &environment,
@@ -81,7 +86,10 @@ ToolRun runTool(const fs::path &tool, const std::vector<std::string> &arguments,
     ToolRun run;
     collect(run, output[0], errors[0], child, limit);
     int status = 0;
-    ::waitpid(child, &status, 0);
+    rusage usage{};
+    ::wait4(child, &status, 0, &usage);
+    run.peakKilobytes = usage.ru_maxrss;
+    run.cpuSeconds = secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
     run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     run.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     ::close(output[0]);

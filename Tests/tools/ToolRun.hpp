@@ -7,6 +7,9 @@
 
 namespace vant::test {
 
+/// Whether the tools are built with a sanitizer: their time and memory say nothing then.
+inline constexpr bool toolsAreInstrumented = VANT_SANITIZED != 0;
+
 /// How a tool ended and what it wrote.
 struct ToolRun {
     int status = -1; ///< exit status; -1 when a signal ended it
@@ -14,6 +17,8 @@ struct ToolRun {
     std::string output;
     std::string errors;
     std::vector<std::string> writes; ///< standard output, one element for each write of the tool
+    long peakKilobytes = 0;          ///< largest memory of the tool, or of one of its children
+    double cpuSeconds = 0;           ///< of the tool and its children
 };
 
 enum class Reader {

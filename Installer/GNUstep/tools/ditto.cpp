@@ -1,16 +1,17 @@
 // Expands an archive into a folder:  ditto -xk ARCHIVE.zip FOLDER   or   ditto -x ARCHIVE.cpio[.gz] FOLDER
-#include "Expansion.hpp"
-#include "ExpansionError.hpp"
-#include "GunzipSource.hpp"
-#include "Staging.hpp"
-#include "Watchdog.hpp"
+#include "GNUstep/tools/archive/ArchiveReader.hpp"
+#include "GNUstep/tools/archive/ExpansionError.hpp"
+#include "GNUstep/tools/archive/PlainBytes.hpp"
+#include "GNUstep/tools/archive/ZipReader.hpp"
+#include "GNUstep/tools/process/ToolMain.hpp"
+#include "GNUstep/tools/process/Worker.hpp"
+#include "GNUstep/tools/tree/Expansion.hpp"
+#include "GNUstep/tools/tree/Merge.hpp"
+#include "GNUstep/tools/tree/Staging.hpp"
 
-#include <sys/stat.h>
-
-#include <clocale>
-#include <cstdio>
-#include <optional>
-#include <span>
+#include <cerrno>
+#include <new>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -25,10 +26,10 @@ struct Request {
 
 constexpr const char *usage = "usage: ditto -xk ARCHIVE FOLDER    expands a zip\n"
                               "       ditto -x ARCHIVE FOLDER     expands a cpio, compressed or not\n";
-constexpr const char *circleWords = "ditto: the archive is damaged: reading it does not come to an end\n";
-constexpr int watchSeconds = 5;
+/// Nothing that group or others may write, whatever the archive says.
+constexpr mode_t allowedModes = 0755;
 
-std::optional<Request> requestFrom(std::span<char *const> arguments) {
+std::optional<Request> parse(std::span<char *const> arguments) {
     Request request;
     bool extract = false;
     while (!arguments.empty() && std::string_view(arguments.front()).starts_with('-')) {
@@ -47,46 +48,64 @@ std::optional<Request> requestFrom(std::span<char *const> arguments) {
     return request;
 }
 
-void expandInto(vant::ArchiveReader &reader, const std::string &folder, const vant::Watchdog &watchdog) {
-    vant::Destination destination(folder);
-    if (vant::expand(reader, destination, {}, [&] { watchdog.fed(); }).entries == 0)
+/// Expands everything into a new folder below the staging one and gives its path.
+std::string stage(vant::EntryReader &reader, const vant::Staging &staging, const vant::Watchdog &watchdog) {
+    staging.create();
+    auto folder = staging.makeFolder("contents");
+    vant::Destination destination(folder, allowedModes);
+    if (vant::expand(reader, destination, {}, [&] { watchdog.progressed(); }).entries == 0)
         throw vant::ExpansionError("the archive is empty");
+    return folder;
 }
 
-void run(const Request &request, const vant::Watchdog &watchdog) {
+std::string stageArchive(const Request &request, const vant::Staging &staging, const vant::Watchdog &watchdog) {
     if (request.kind == Kind::Zip) {
-        auto reader = vant::ArchiveReader::zip(request.archive);
-        vant::Staging staging(request.folder);
-        expandInto(reader, staging.folder(), watchdog);
-        return staging.commit();
+        vant::ZipReader reader(request.archive);
+        return stage(reader, staging, watchdog);
     }
     vant::FileSource file(request.archive);
-    std::unique_ptr<vant::GunzipSource> gunzip;
-    auto &source = vant::decompressed(file, gunzip);
-    auto reader = vant::ArchiveReader::cpio(source);
-    vant::Staging staging(request.folder);
-    expandInto(reader, staging.folder(), watchdog);
-    source.drain();
-    staging.commit();
+    vant::PlainBytes plain(file);
+    const auto reader = vant::ArchiveReader::cpio(plain.source());
+    auto folder = stage(*reader, staging, watchdog);
+    plain.source().drain();
+    return folder;
+}
+
+void putInPlace(const std::string &folder, const vant::Staging &staging) {
+    const vant::Uninterrupted now;
+    if (staging.mergesInto())
+        vant::Merge(folder, staging.wanted(), vant::Merge::Links::Refused).run();
+    else if (std::rename(folder.c_str(), staging.wanted().c_str()) != 0)
+        throw vant::systemError(staging.wanted(), errno);
+}
+
+bool expandArchive(const Request &request, const vant::Staging &staging, const vant::Watchdog &watchdog) {
+    try {
+        putInPlace(stageArchive(request, staging, watchdog), staging);
+        return true;
+    } catch (const std::bad_alloc &) {
+        throw;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "ditto: %s: %s\n", request.archive.c_str(), error.what());
+        return false;
+    }
+}
+
+int run(const Request &request) {
+    const vant::Staging staging(request.folder, ".ditto-");
+    const auto end =
+        vant::inWorker([&](const vant::Watchdog &watchdog) { return expandArchive(request, staging, watchdog); });
+    staging.remove();
+    if (end == vant::WorkEnd::Done)
+        return 0;
+    staging.removeMadeFolders();
+    if (const auto sentence = vant::sentenceFor(end); !sentence.empty())
+        std::fprintf(stderr, "ditto: %s: %s.\n", request.archive.c_str(), sentence.data());
+    return 1;
 }
 
 } // namespace
 
 int main(int count, char **arguments) {
-    const auto request = requestFrom(std::span(arguments, static_cast<std::size_t>(count)).subspan(1));
-    if (!request) {
-        std::fputs(usage, stderr);
-        return 1;
-    }
-    // Names in archives are UTF-8 whatever the language; modes are the archive's own.
-    std::setlocale(LC_CTYPE, "C.UTF-8");
-    ::umask(0);
-    try {
-        const vant::Watchdog watchdog(watchSeconds, circleWords);
-        run(*request, watchdog);
-        return 0;
-    } catch (const std::exception &error) {
-        std::fprintf(stderr, "ditto: %s: %s\n", request->archive.c_str(), error.what());
-        return 1;
-    }
+    return vant::toolMain<Request>(count, arguments, usage, parse, run);
 }
