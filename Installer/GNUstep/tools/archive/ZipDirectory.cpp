@@ -30,7 +30,8 @@ constexpr std::uint16_t timeField = 0x5455;
 constexpr std::uint16_t oldTimeField = 0x5855;
 
 ExpansionError damaged() {
-    return ExpansionError("the zip's directory is damaged");
+    ExpansionError error("the zip's directory is damaged");
+    return error;
 }
 
 void expect(Fields &fields, std::string_view mark) {
