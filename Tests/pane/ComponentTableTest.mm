@@ -126,37 +126,6 @@ TEST_F(ComponentTable, ReloadingWithFewerRowsLeavesNoIndicatorBehind) {
     EXPECT_TRUE(waitUntil([this] { return indicators() == 0; }, 5));
 }
 
-TEST_F(ComponentTable, SpinnersOutOfSightStandStill) {
-    setRows(1000);
-    ASSERT_TRUE(settles());
-    EXPECT_TRUE(waitUntil([this] { return [[row(999) continuousProgress] isHidden] != NO; }, 5));
-    EXPECT_FALSE([[row(0) continuousProgress] isHidden]);
-}
-
-TEST_F(ComponentTable, AnInstalledPackageFillsItsBarAndStopsItsSpinner) {
-    setRows(2);
-    ASSERT_TRUE(settles());
-    field<id>(pane, "mInstallCompArrayForCDUpdate") =
-        [@[ @{@"LOCATION" : @"/media/1.zip"}, @{@"LOCATION" : @"/media/0.zip"} ] retain];
-    processCounter("cdInstallIndex") = 1;
-    [[NSNotificationCenter defaultCenter] postNotificationName:@"InstallNextCDComponent" object:@{}];
-    EXPECT_TRUE(waitUntil([this] { return [[row(1) discreteProgress] doubleValue] > 98; }, 5));
-    EXPECT_TRUE([[row(1) continuousProgress] isHidden]);
-    EXPECT_EQ([[row(0) discreteProgress] doubleValue], 0);
-    EXPECT_FALSE([[row(0) continuousProgress] isHidden]);
-}
-
-TEST_F(ComponentTable, AnExpandedArchiveFillsTheBarOfItsRow) {
-    setRows(0);
-    setRows(2, "objects", "selectedarrXML");
-    NSArray *rows = field<NSArray *>(pane, "objects");
-    [[NSNotificationCenter defaultCenter] postNotificationName:@"unzipcompleted"
-                                                        object:nil
-                                                      userInfo:@{@"path" : @"/tmp/Vantrel/Download/1"}];
-    EXPECT_TRUE(waitUntil([&] { return [[[rows objectAtIndex:1] discreteProgress] doubleValue] > 98; }, 5));
-    EXPECT_EQ([[[rows objectAtIndex:0] discreteProgress] doubleValue], 0);
-}
-
 TEST_F(ComponentTable, KeepsUpWhenAThousandRowsScrollByTheLine) {
     setRows(1000);
     ASSERT_TRUE(settles());

@@ -5,6 +5,7 @@
 #include "download/DownloadProgress.hpp"
 #import "download/VantInstallation+WebDriver.h"
 #import "install/chain/VantInstallation+InstallChain.h"
+#import "install/chain/VantInstallation+RunEvents.h"
 #import "install/status/VantInstallation+StatusLine.h"
 
 #include "download/FinishOrder.hpp"
@@ -59,6 +60,7 @@ struct VantFinishOrder : vant::FinishOrder {};
     const int code = static_cast<int>([error code]);
     [self trace:@"***ERROR*** Download did fail with error:[%d]", code];
     [self trace:@"%@", vant::nsString(vant::failureTrace(code))];
+    [self runHasLostDownload:download];
     const auto outcome = vant::acceptFailure(vant::downloadFieldsOf(self), download, error);
     [self finishOrder].failed(download);
     if (outcome == vant::FailureOutcome::Retry)

@@ -2,6 +2,7 @@
 #import <Security/Authorization.h>
 
 @class BDObject;
+@class VantComponentTable;
 
 /// What the pane tells and asks the host's observer, the "Model Observer" of the model record. The host's class is its
 /// own; the pane only sends these, and leaves out what an observer does not know.
@@ -135,6 +136,7 @@
     NSTimer *timer;
     BOOL autoTrigger;
     NSInteger prevSelection;
+    VantComponentTable *componentTable; // told how the run goes; told, too, when the pane is destroyed
 
     // Part of the interface that hosts and nibs were written against; no operation uses them.
     NSString *ReadMDLstring;

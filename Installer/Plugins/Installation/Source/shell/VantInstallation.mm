@@ -1,6 +1,7 @@
 #import "shell/VantInstallation.h"
 
 #import "base/Locations.h"
+#import "base/Resources.h"
 #import "install/chain/VantInstallation+InstallChain.h"
 #import "install/status/VantInstallation+StatusLine.h"
 #import "selection/VantInstallation+SelectedSoftware.h"
@@ -9,6 +10,7 @@
 #import "shell/VantInstallation+UserSettings.h"
 #import "shell/VantInstallationLogger.h"
 #import "ui/VantInstallation+PaneSetup.h"
+#import "ui/VantInstallation+Rows.h"
 
 int cdDownloadIndex = 0;
 int cdInstallIndex = 0;
@@ -55,9 +57,10 @@ static NSString *const stringTable = @"Localizable-Inst";
         [self trace:@"***ERROR*** Setup pane fail"];
 }
 
-// Nothing but the model record is given up: destruction is no way to stop a running installation, whose threads,
-// timer and notification registrations go on.
+// Nothing but the model record and the table is given up: destruction is no way to stop a running installation, whose
+// threads, timer and notification registrations go on.
 - (void)dealloc {
+    [self leaveComponentTable];
     [modelInfo release];
     [super dealloc];
 }
@@ -104,7 +107,7 @@ static NSString *const stringTable = @"Localizable-Inst";
 }
 
 - (NSString *)localizedStringForKey:(NSString *)key {
-    return [[NSBundle bundleForClass:[VantInstallation class]] localizedStringForKey:key value:nil table:stringTable];
+    return VantResourceString(key);
 }
 
 - (void)setIsButton1Enabled:(BOOL)enabled {

@@ -14,6 +14,10 @@
 
 /// Page 0's image, title and description, each through its own chain of fall-backs.
 - (NSImage *)firstSlideImage;
+/// Where page 0's image lies; nil when it is the built-in one. The file is not opened.
+- (NSString *)firstSlideImagePath;
+/// Page 0's image, loaded from there.
+- (NSImage *)firstSlideImageAtPath:(NSString *)path;
 - (NSString *)firstSlideTitle;
 - (NSString *)firstSlideDescription;
 /// The host's string for the key with every "__MFG__" replaced by the vendor's name.

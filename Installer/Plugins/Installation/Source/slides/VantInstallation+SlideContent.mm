@@ -4,6 +4,7 @@
 #import "base/Bridge.h"
 #import "base/Locations.h"
 #import "base/PropertyList.h"
+#import "base/Resources.h"
 #import "shell/SettingsKeys.h"
 #include "slides/SlideText.hpp"
 
@@ -59,11 +60,17 @@ static NSString *firstOf(NSString *main, NSString *fallBack) {
     return [self getGTADescString:@"Default"];
 }
 
+- (NSString *)firstSlideImagePath {
+    return firstOf([self getGTAImagePath:nil], [self getDefaultGTAImagePath]);
+}
+
+- (NSImage *)firstSlideImageAtPath:(NSString *)path {
+    return path == nil ? [self resourceImageNamed:@"Toner.jpg"]
+                       : [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
+}
+
 - (NSImage *)firstSlideImage {
-    NSString *path = firstOf([self getGTAImagePath:nil], [self getDefaultGTAImagePath]);
-    if (path == nil)
-        return [self resourceImageNamed:@"Toner.jpg"];
-    return [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
+    return [self firstSlideImageAtPath:[self firstSlideImagePath]];
 }
 
 - (NSString *)firstSlideTitle {
@@ -83,8 +90,7 @@ static NSString *firstOf(NSString *main, NSString *fallBack) {
 }
 
 - (NSImage *)resourceImageNamed:(NSString *)fileName {
-    NSString *path = [[NSBundle bundleForClass:[VantInstallation class]] pathForResource:fileName ofType:nil];
-    return [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
+    return VantResourceImage(fileName);
 }
 
 @end

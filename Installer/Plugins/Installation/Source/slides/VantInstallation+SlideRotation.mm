@@ -50,8 +50,9 @@
 }
 
 - (void)showPage:(NSInteger)page {
-    // The first page's content is looked up on every change, so that files which arrive late are found.
-    NSImage *firstImage = [self firstSlideImage];
+    // The first page's content is looked up on every change, so that files which arrive late are found. Its image is
+    // only loaded to be shown.
+    NSString *firstImagePath = [self firstSlideImagePath];
     NSString *firstTitle = [self firstSlideTitle];
     NSString *firstDescription = [self firstSlideDescription];
     if (page == 1) {
@@ -61,7 +62,7 @@
         [self showTitle:[self hostStringForKey:@"MOBILE_PRINT.TITLE"]
             description:[self vendorStringForKey:@"MOBILE_PRINT.DESC"]];
     } else if (page == 0) {
-        [imageView setImage:firstImage];
+        [imageView setImage:[self firstSlideImageAtPath:firstImagePath]];
         [self setButton:backButton enabled:NO image:@"Back_Disable.png"];
         [self setButton:nextButton enabled:YES image:@"Next_Normal.png"];
         [self showTitle:firstTitle description:firstDescription];

@@ -1,84 +1,157 @@
 #import "ui/VantComponentTable.h"
 
+#import "base/Bridge.h"
 #import "base/MainQueue.h"
+#include "base/Paths.hpp"
 #import "base/PropertyList.h"
+#import "base/Resources.h"
 #import "base/Retained.h"
 #import "download/BDObject.h"
+#include "install/tasks/Archives.hpp"
 #import "selection/ComponentRecord.h"
 #import "selection/SelectionEntry.h"
-#import "shell/VantInstallation.h"
+#import "shell/Notifications.h"
 #import "ui/BDContinuousProgressCell.h"
 #import "ui/BDDiscreteProgressCell.h"
-#import "ui/VantComponentTable+Installation.h"
+#import "ui/StateMark.h"
+#import "ui/VantInstallation+Rows.h"
+#import "ui/VantTableSight.h"
+
+namespace {
+
+using vant::RowState;
+
+BOOL isFilled(NSString *folder) {
+    return folder != nil && [[[NSFileManager defaultManager] enumeratorAtPath:folder] nextObject] != nil;
+}
+
+} // namespace
+
+@interface VantComponentTable () <VantRowIndicators>
+@end
 
 @implementation VantComponentTable
 
 - (void)setPane:(VantInstallation *)thePane {
+    const std::lock_guard lock(paneLock);
     pane = thePane;
+    if (pane == nil)
+        [[NSNotificationCenter defaultCenter] removeObserver:self];
 }
 
 - (void)awakeFromNib {
-    shown = [[NSMutableArray alloc] init];
-    installed = [[NSMutableIndexSet alloc] init];
     [table setDataSource:(id)self];
     [table setDelegate:(id)self];
-    [self watchSight];
-    [self watchInstallation];
+    sight = [[VantTableSight alloc] initWithTable:table owner:self];
+    [self watchRun];
+    [pane joinComponentTable:self];
     // The rows of the web selection come without a reload of their own, while the pane is being created.
     [table performSelector:@selector(reloadData) withObject:nil afterDelay:0.0];
 }
 
-- (void)watchSight {
-    NSView *clip = [table superview];
-    [clip setPostsBoundsChangedNotifications:YES];
-    [clip setPostsFrameChangedNotifications:YES];
+- (void)watchRun {
     NSNotificationCenter *centre = [NSNotificationCenter defaultCenter];
-    [centre addObserver:self selector:@selector(sightChanged:) name:NSViewBoundsDidChangeNotification object:clip];
-    [centre addObserver:self selector:@selector(sightChanged:) name:NSViewFrameDidChangeNotification object:clip];
+    [centre addObserver:self selector:@selector(fileCreated:) name:VantDownloadInfoNotification object:nil];
+    [centre addObserver:self selector:@selector(archiveExpanded:) name:VantUnzipCompletedNotification object:nil];
+    for (NSString *name in @[
+             VantInstallNextCDComponentNotification, VantCDInstallCompleteNotification,
+             VantFindInstallFile3Notification, VantInstallNextSUComponentNotification, VantSUInstallCompleteNotification
+         ])
+        [centre addObserver:self selector:@selector(packageEnded:) name:name object:nil];
 }
 
 - (void)dealloc {
     [[NSNotificationCenter defaultCenter] removeObserver:self];
-    [shown release];
-    [installed release];
+    [sight release];
+    [rows release];
+    [entries release];
     [super dealloc];
 }
 
-- (NSArray *)mediaRows {
-    return [pane valueForKey:@"objects1"];
+- (void)change:(std::function<void(vant::TableRows &)>)change {
+    vant::onMainQueue([owner = vant::Retained<VantComponentTable>::retain(self), change = std::move(change)] {
+        [owner.get() apply:change];
+    });
 }
 
-- (NSArray *)rows {
-    NSArray *media = [self mediaRows];
-    return [media count] > 0 ? media : [pane valueForKey:@"objects"];
+- (void)apply:(const std::function<void(vant::TableRows &)> &)change {
+    change(states);
+    [self showChanges];
 }
 
-- (NSArray *)entries {
-    return [pane valueForKey:[[self mediaRows] count] > 0 ? @"selectedarrXML1" : @"selectedarrXML"];
+- (void)fileCreated:(NSNotification *)notification {
+    NSString *path = VantStringForKey([notification userInfo], VantDownloadPathKey);
+    [self change:[key = std::string(vant::extractFolderName(vant::utf8(path)))](vant::TableRows &known) {
+        known.fileCreated(key);
+    }];
 }
 
-- (BDObject *)rowAtIndex:(NSInteger)index {
-    NSArray *rows = [self rows];
-    return index >= 0 && (NSUInteger)index < [rows count] ? [rows objectAtIndex:(NSUInteger)index] : nil;
+- (void)archiveExpanded:(NSNotification *)notification {
+    NSString *folder = VantStringForKey([notification userInfo], VantExpandedPathKey);
+    const bool whole = isFilled(folder);
+    [self change:[key = std::string(vant::lastPathComponent(vant::utf8(folder))), whole](vant::TableRows &known) {
+        known.archiveExpanded(key, whole);
+    }];
 }
 
-- (NSString *)nameOfRow:(NSInteger)index {
-    NSArray *entries = [self entries];
-    if (index < 0 || (NSUInteger)index >= [entries count])
-        return @"";
-    NSString *name = VantEntryText([entries objectAtIndex:(NSUInteger)index], VantTypeKey);
-    return name == nil ? @"" : [pane localizedStringForKey:name];
+// On the installer thread that posts, where the list stands still; the rows change on the main one.
+- (void)packageEnded:(NSNotification *)notification {
+    const BOOL goesOn = [notification object] != nil;
+    vant::PackageEnd end;
+    {
+        const std::lock_guard lock(paneLock);
+        if (pane == nil)
+            return;
+        end = [pane endedPackageWithNext:goesOn];
+    }
+    [self change:[end = std::move(end), goesOn](vant::TableRows &known) {
+        known.packageEnded(end);
+        if (!goesOn)
+            known.runEnded();
+    }];
 }
 
 - (NSInteger)numberOfRowsInTableView:(NSTableView *)tableView {
-    [self rowsChanged];
-    return (NSInteger)[[self rows] count];
+    (void)tableView;
+    [self takeRows];
+    return static_cast<NSInteger>([rows count]);
+}
+
+- (void)takeRows {
+    const std::lock_guard lock(paneLock);
+    if (pane == nil)
+        return;
+    const BOOL changed = rows != [pane tableRows] || rowCount != [[pane tableRows] count];
+    vant::hold(rows, [pane tableRows]);
+    vant::hold(entries, [pane tableEntries]);
+    rowCount = [rows count];
+    if (changed)
+        [self rowsChanged];
+}
+
+- (BDObject *)rowAtIndex:(NSInteger)index {
+    return index >= 0 && static_cast<NSUInteger>(index) < [rows count] ? [rows objectAtIndex:(NSUInteger)index] : nil;
+}
+
+- (RowState)stateOfRow:(NSInteger)index {
+    return states.state(static_cast<std::size_t>(index));
+}
+
+- (NSString *)nameOfRow:(NSInteger)index {
+    [self takeRows];
+    if (index < 0 || static_cast<NSUInteger>(index) >= [entries count])
+        return @"";
+    NSString *name = VantEntryText([entries objectAtIndex:static_cast<NSUInteger>(index)], VantTypeKey);
+    return name == nil ? @"" : VantResourceString(name);
 }
 
 - (id)tableView:(NSTableView *)tableView objectValueForTableColumn:(NSTableColumn *)column row:(NSInteger)index {
+    (void)tableView;
     NSString *identifier = [column identifier];
     if ([identifier isEqualToString:@"check"])
         return @([[self rowAtIndex:index] getCheckBTStatus]);
+    if ([identifier isEqualToString:@"spinner"])
+        return VantStateMark([self stateOfRow:index]);
     return [identifier isEqualToString:@"name"] ? [self nameOfRow:index] : @"";
 }
 
@@ -94,13 +167,14 @@
     willDisplayCell:(id)cell
      forTableColumn:(NSTableColumn *)column
                 row:(NSInteger)index {
-    NSProgressIndicator *indicator = [self indicatorOfColumn:column row:index];
+    (void)tableView;
     if (![cell respondsToSelector:@selector(setProgress:)])
         return;
     // A copy of the column's cell gives up an indicator that it does not own when it takes another.
     if (cell != [column dataCell])
         [(id)[cell progress] retain];
-    [cell performSelector:@selector(setProgress:) withObject:indicator];
+    [cell performSelector:@selector(setProgress:) withObject:[self indicatorOfColumn:column row:index]];
+    [cell setTextColor:VantStateColour([self stateOfRow:index])];
 }
 
 // Deferred, and once for all changes of a turn of the run loop: views are not moved in the middle of a reload.
@@ -108,65 +182,75 @@
     if (settling)
         return;
     settling = YES;
-    auto owner = vant::Retained<VantComponentTable>::retain(self);
-    vant::onMainQueue([owner] { [owner.get() settleRows]; });
+    vant::onMainQueue([owner = vant::Retained<VantComponentTable>::retain(self)] { [owner.get() settleRows]; });
 }
 
-// Rows are born with their spinners turning, in sight or not; a thousand of them would keep the machine busy.
 - (void)settleRows {
     settling = NO;
-    for (BDObject *row in [self rows])
-        if ([[row continuousProgress] superview] != table)
-            [[row continuousProgress] stopAnimation:self];
-    [self showIndicatorsInSight];
+    [self takeKeys];
+    // Rows are born with their spinners turning.
+    for (BDObject *row in rows)
+        [self rest:[row continuousProgress]];
+    [sight update];
+    [self showChanges];
 }
 
-- (void)sightChanged:(NSNotification *)notification {
-    (void)notification;
-    [self showIndicatorsInSight];
-}
-
-- (NSMutableArray *)indicatorsInSight {
-    NSMutableArray *indicators = [NSMutableArray array];
-    const NSRange sight = [table rowsInRect:[table visibleRect]];
-    for (NSUInteger index = sight.location; index < NSMaxRange(sight); ++index) {
-        BDObject *row = [self rowAtIndex:(NSInteger)index];
-        if (row == nil)
-            break;
-        [indicators addObject:[row continuousProgress]];
-        [indicators addObject:[row discreteProgress]];
+- (void)takeKeys {
+    const std::lock_guard lock(paneLock);
+    if (pane == nil)
+        return;
+    if (auto now = [pane tableKeys]; now != keys) {
+        keys = std::move(now);
+        states = vant::TableRows(keys);
     }
-    return indicators;
 }
 
-- (void)showIndicatorsInSight {
-    vant::Retained<NSMutableArray> before = vant::Retained<NSMutableArray>::retain(shown);
-    vant::hold(shown, [self indicatorsInSight]);
-    for (NSProgressIndicator *indicator in before.get())
-        if ([shown indexOfObjectIdenticalTo:indicator] == NSNotFound)
-            [self takeOut:indicator];
-    for (NSProgressIndicator *indicator in shown)
-        if ([indicator superview] != table)
-            [self putIn:indicator];
-    [self stopSpinnersOfInstalledRows];
+- (void)giveUpWithRun {
+    const std::lock_guard lock(paneLock);
+    if (pane != nil && [pane isRunGivenUp])
+        states.runEnded();
 }
 
-- (void)takeOut:(NSProgressIndicator *)indicator {
-    [indicator stopAnimation:self];
-    [indicator removeFromSuperview];
+- (void)showChanges {
+    [self giveUpWithRun];
+    for (const std::size_t row : states.takeChanges())
+        [self showRow:row];
+    [sight follow:states.active()];
 }
 
-- (void)putIn:(NSProgressIndicator *)indicator {
-    [table addSubview:indicator];
-    [indicator startAnimation:self];
-    // The cells lay the new indicators over themselves as they are drawn.
-    [table setNeedsDisplayInRect:[table visibleRect]];
+- (void)showRow:(std::size_t)index {
+    BDObject *row = [self rowAtIndex:static_cast<NSInteger>(index)];
+    const RowState state = states.state(index);
+    if (state == RowState::AtWork && [[row continuousProgress] superview] == table)
+        [self spin:[row continuousProgress]];
+    else
+        [self rest:[row continuousProgress]];
+    NSProgressIndicator *bar = [row discreteProgress];
+    if (state == RowState::Arrived || state == RowState::Done)
+        [bar setDoubleValue:[bar maxValue]];
+    if (state == RowState::NotDone)
+        [bar setDoubleValue:[bar minValue]];
+    [table setNeedsDisplayInRect:[table rectOfRow:static_cast<NSInteger>(index)]];
 }
 
-- (void)stopSpinnersOfInstalledRows {
-    for (NSUInteger index = [installed firstIndex]; index != NSNotFound;
-         index = [installed indexGreaterThanIndex:index])
-        [[[self rowAtIndex:(NSInteger)index] continuousProgress] stopAnimation:self];
+- (void)spin:(NSProgressIndicator *)spinner {
+    [spinner setHidden:NO];
+    [spinner startAnimation:self];
+}
+
+- (void)rest:(NSProgressIndicator *)spinner {
+    [spinner stopAnimation:self];
+    [spinner setHidden:YES];
+}
+
+- (NSArray *)indicatorsOfRow:(NSInteger)index {
+    BDObject *row = [self rowAtIndex:index];
+    return row == nil ? nil : @[ [row continuousProgress], [row discreteProgress] ];
+}
+
+- (void)sightChanged {
+    if (const auto active = states.active())
+        [self showRow:*active];
 }
 
 @end

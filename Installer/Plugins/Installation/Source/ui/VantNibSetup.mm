@@ -1,17 +1,6 @@
 #import "ui/VantNibSetup.h"
 
-static NSBundle *plugIn() {
-    return [NSBundle bundleForClass:[VantNibSetup class]];
-}
-
-static NSString *text(NSString *key) {
-    return [plugIn() localizedStringForKey:key value:nil table:@"Localizable-Inst"];
-}
-
-static NSImage *image(NSString *fileName) {
-    NSString *path = [plugIn() pathForResource:fileName ofType:nil];
-    return [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
-}
+#import "base/Resources.h"
 
 // Both platforms speak a control's tool tip; what has a label of its own takes that in addition.
 static void describe(id control, NSString *description) {
@@ -27,10 +16,10 @@ static void describe(id control, NSString *description) {
     [self settleControls];
     [self showImages];
     [self showLink];
-    describe(backButton, text(@"PreviousPage"));
-    describe(nextButton, text(@"NextPage"));
-    describe(pageIndicator, text(@"PageIndicator"));
-    describe(table, text(@"ComponentTable"));
+    describe(backButton, VantResourceString(@"PreviousPage"));
+    describe(nextButton, VantResourceString(@"NextPage"));
+    describe(pageIndicator, VantResourceString(@"PageIndicator"));
+    describe(table, VantResourceString(@"ComponentTable"));
 }
 
 // Not every platform reads these from an interface description.
@@ -48,10 +37,10 @@ static void describe(id control, NSString *description) {
 }
 
 - (void)showImages {
-    [nextButton setImage:image(@"Next_Normal.png")];
-    [backButton setImage:image(@"Back_Disable.png")];
-    [[pageIndicator cellAtRow:0 column:0] setImage:image(@"indicator_selected.png")];
-    [[pageIndicator cellAtRow:0 column:1] setImage:image(@"Indicator_normal.png")];
+    [nextButton setImage:VantResourceImage(@"Next_Normal.png")];
+    [backButton setImage:VantResourceImage(@"Back_Disable.png")];
+    [[pageIndicator cellAtRow:0 column:0] setImage:VantResourceImage(@"indicator_selected.png")];
+    [[pageIndicator cellAtRow:0 column:1] setImage:VantResourceImage(@"Indicator_normal.png")];
     for (NSButtonCell *cell in [pageIndicator cells]) {
         [cell setBordered:NO];
         // A selectable cell takes a click for the start of editing.
@@ -66,14 +55,15 @@ static void describe(id control, NSString *description) {
         NSForegroundColorAttributeName : [NSColor blueColor],
         NSUnderlineStyleAttributeName : @(NSUnderlineStyleSingle)
     };
-    NSAttributedString *label = [[NSAttributedString alloc] initWithString:text(@"SupportLink") attributes:attributes];
+    NSAttributedString *label = [[NSAttributedString alloc] initWithString:VantResourceString(@"SupportLink")
+                                                                attributes:attributes];
     [link setAttributedTitle:label];
     [label release];
 }
 
 - (IBAction)openSupportPage:(id)sender {
     (void)sender;
-    [[NSWorkspace sharedWorkspace] openURL:[NSURL URLWithString:text(@"SupportAddress")]];
+    [[NSWorkspace sharedWorkspace] openURL:[NSURL URLWithString:VantResourceString(@"SupportAddress")]];
 }
 
 @end

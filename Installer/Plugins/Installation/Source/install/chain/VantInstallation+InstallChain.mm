@@ -4,6 +4,7 @@
 #import "base/PropertyList.h"
 #include "base/SharedValue.hpp"
 #include "install/chain/ChainSteps.hpp"
+#import "install/chain/VantInstallation+RunEvents.h"
 #import "install/package/VantInstallation+PackageInstaller.h"
 #import "install/status/VantInstallation+StatusLine.h"
 #import "selection/VantInstallation+InstallOrder.h"
@@ -61,6 +62,7 @@ static NSString *notificationName(vant::Announcement announcement) {
 
 /// The position is the process's own: after an earlier flow the list starts where that one stopped.
 - (void)startFirstPackageInFlow:(vant::Flow)flow {
+    [self runWillInstall];
     const auto first = static_cast<NSUInteger>(vant::sharedValue(cdInstallIndex));
     [self startThreadForPackage:[self packageInFlow:flow atIndex:first] inFlow:flow];
 }

@@ -6,6 +6,7 @@
 #import "base/Retained.h"
 #include "base/SharedValue.hpp"
 #import "install/chain/VantInstallation+InstallChain.h"
+#import "install/chain/VantInstallation+RunEvents.h"
 #import "install/profiles/VantInstallation+ICCProfiles.h"
 #import "install/status/VantInstallation+StatusLine.h"
 #import "selection/ComponentRecord.h"
@@ -101,8 +102,11 @@ private:
     std::array<char *, words.size() + 1> arguments{};
     for (std::size_t i = 0; i < words.size(); ++i)
         arguments.at(i) = words.at(i).data();
-    return AuthorizationExecuteWithPrivileges(authorizationRef, vant::installerTool, kAuthorizationFlagDefaults,
-                                              arguments.data(), output);
+    const int result = AuthorizationExecuteWithPrivileges(authorizationRef, vant::installerTool,
+                                                          kAuthorizationFlagDefaults, arguments.data(), output);
+    if (result != noErr)
+        [self runHasStopped];
+    return result;
 }
 
 - (vant::ListPosition)positionInFlow:(vant::Flow)flow {

@@ -1,0 +1,24 @@
+#import "shell/VantInstallation.h"
+#include "ui/TableRows.hpp"
+
+@class VantComponentTable;
+
+/// What the component table asks of the pane, which tells it how the run goes (`RunEvents`). The rows are those of the
+/// media selection, or of the web selection when that one is empty.
+@interface VantInstallation (Rows)
+/// The `BDObject`s of the table's rows, and the selection entries that they stand for. Main thread.
+- (NSArray *)tableRows;
+- (NSArray *)tableEntries;
+/// Per row, the key that its download and its packages share: an entry's location on the media, the folder name of its
+/// archive from the web. Main thread.
+- (std::vector<std::string>)tableKeys;
+/// Whether nothing will be installed: the rights were refused, or the downloads were set aside. Main thread.
+- (BOOL)isRunGivenUp;
+/// The package that the run has just finished with, and the one that follows it unless that was the last. On the
+/// installer thread, while it announces the one or the other.
+- (vant::PackageEnd)endedPackageWithNext:(BOOL)goesOn;
+
+/// From now on the table is told what happens, until the pane is destroyed. Main thread.
+- (void)joinComponentTable:(VantComponentTable *)table;
+- (void)leaveComponentTable;
+@end
