@@ -109,6 +109,32 @@ TEST_F(Interface, EveryImageIsThereAtSingleAndDoubleSize) {
     }
 }
 
+TEST_F(Interface, AnImageBringsThePixelsOfBothSizesInOneSizeOfPoints) {
+    for (NSString *name in @[ @"Toner.jpg", @"Mobile.jpg", @"Next_Normal.png", @"indicator_selected.png" ]) {
+        NSImage *image = [pane resourceImageNamed:name];
+        std::vector<NSInteger> widths;
+        for (NSImageRep *each in [image representations]) {
+            widths.push_back([each pixelsWide]);
+            EXPECT_TRUE(NSEqualSizes([each size], [image size])) << text(name);
+        }
+        const auto width = static_cast<NSInteger>([image size].width);
+        EXPECT_EQ(widths, (std::vector<NSInteger>{width, 2 * width})) << text(name);
+    }
+}
+
+TEST_F(Interface, AnOrdinaryScreenIsGivenTheSingleSize) {
+    for (NSString *name in @[ @"Toner.jpg", @"Next_Normal.png" ]) {
+        NSImage *image = [pane resourceImageNamed:name];
+        EXPECT_EQ([[image bestRepresentationForDevice:[[NSScreen mainScreen] deviceDescription]] pixelsWide],
+                  static_cast<NSInteger>([image size].width));
+    }
+}
+
+TEST_F(Interface, AnImageIsLoadedOnce) {
+    EXPECT_EQ([pane resourceImageNamed:@"Toner.jpg"], [pane resourceImageNamed:@"Toner.jpg"]);
+    EXPECT_EQ([pane resourceImageNamed:@"missing.png"], nil);
+}
+
 TEST_F(Interface, TextsCannotBeEdited) {
     for (const char *name : {"mProgressInfoTF", "productTitle", "productDesc"})
         EXPECT_FALSE([control<NSTextField>(name) isEditable] || [control<NSTextField>(name) isSelectable]) << name;
