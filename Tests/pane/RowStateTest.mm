@@ -51,7 +51,8 @@ protected:
 
     BDObject *row(NSUInteger index) { return [rows objectAtIndex:index]; }
 
-    /// One letter a row: W waiting, > at work, A arrived, D done, ! not done; ? for what agrees with none of them.
+    /// One letter a row: W waiting, > at work, A arrived, D done, ! not done, - not needed; ? for what agrees with none
+    /// of them.
     std::string seen() {
         std::string letters;
         for (NSUInteger i = 0; i < [rows count]; ++i)
@@ -68,6 +69,8 @@ protected:
                                                                 row:static_cast<NSInteger>(index)]);
         if (mark == "✓")
             return full && !turns ? 'D' : '?';
+        if (mark == "–")
+            return empty && !turns ? '-' : '?';
         if (!mark.empty())
             return empty && !turns ? '!' : '?';
         if (turns)
@@ -195,6 +198,20 @@ TEST_F(RowStates, AWebRunEndsWithWhatWasInstalledDoneAndAllElseNotDone) {
     [outcomes setObject:@"PIPE END" forKey:@"Printer Driver.pkg"];
     post(@"SUInstallComplete");
     comesToShow("D!!");
+}
+
+TEST_F(RowStates, AnArchiveWhosePackagesAreLeftOutForOthersIsNotNeeded) {
+    showWeb(2);
+    created(0);
+    created(1);
+    expanded(0, {"Printer Driver.pkg"});
+    expanded(1, {"Printer Driver.pkg"});
+    ASSERT_TRUE(comesToShow("AA"));
+    [webList removeObjectAtIndex:1];
+    [pane runWillInstall];
+    ASSERT_TRUE(comesToShow(">-"));
+    post(@"SUInstallComplete");
+    comesToShow("D-");
 }
 
 TEST_F(RowStates, ARowOfTwoPackagesIsDoneWithBoth) {

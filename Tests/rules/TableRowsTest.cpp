@@ -46,6 +46,8 @@ TEST(RowState, FollowsFromEveryCombinationOfFacts) {
         EXPECT_EQ(rowState(facts, atWork, over), expected) << bits;
         const RowFacts done = {.arrived = arrived, .lost = lost, .packages = 1, .installed = 1};
         EXPECT_EQ(rowState(done, atWork, over), Done) << bits;
+        const RowFacts superseded = {.arrived = arrived, .lost = lost, .found = true, .superseded = true};
+        EXPECT_EQ(rowState(superseded, atWork, over), NotNeeded) << bits;
     }
 }
 
@@ -105,6 +107,32 @@ TEST(TableRows, WhatArrivedAsNoArchiveIsNotDone) {
     TableRows rows = downloadingThree();
     rows.archiveExpanded("a", false);
     EXPECT_EQ(states(rows), (States{NotDone, AtWork, Waiting}));
+}
+
+TEST(TableRows, BetweenTwoFilesTheNextRowIsAtWork) {
+    TableRows rows({"a", "b", "c"});
+    rows.fileCreated("a");
+    rows.archiveExpanded("a", true);
+    EXPECT_EQ(states(rows), (States{Arrived, AtWork, Waiting}));
+    EXPECT_EQ(rows.takeChanges(), (Rows{0, 1}));
+    rows.fileCreated("c");
+    EXPECT_EQ(states(rows), (States{Arrived, Waiting, AtWork}));
+    rows.downloadFailed("b");
+    rows.archiveExpanded("c", true);
+    EXPECT_EQ(states(rows), (States{Arrived, NotDone, Arrived}));
+}
+
+TEST(TableRows, WhatTheRunLeavesOutForSomethingNewerIsNotNeeded) {
+    TableRows rows = downloadingThree();
+    for (const char *key : {"a", "b", "c"})
+        rows.archiveExpanded(key, true);
+    rows.packagesFound("a");
+    rows.packagesFound("b");
+    rows.installationStarted({"a"}, 0);
+    EXPECT_EQ(states(rows), (States{AtWork, NotNeeded, Arrived}));
+    rows.packageEnded({.key = "a", .installed = true, .next = std::nullopt});
+    rows.runEnded();
+    EXPECT_EQ(states(rows), (States{Done, NotNeeded, NotDone}));
 }
 
 TEST(TableRows, AFailedDownloadIsNotDoneAndAnyOtherGoesOn) {

@@ -10,6 +10,8 @@ RowState rowState(const RowFacts &row, bool atWork, bool over) noexcept {
     // A package that was not counted beforehand counts all the same once it has ended.
     if (row.installed > 0 && row.failed == 0 && row.installed >= row.packages)
         return RowState::Done;
+    if (row.superseded)
+        return RowState::NotNeeded;
     if (over)
         return RowState::NotDone;
     if (atWork)
@@ -30,8 +32,10 @@ std::string_view nameBelow(std::string_view path, std::string_view folder) noexc
 
 TableRows::TableRows(const std::vector<std::string> &keys) : rows_(keys.size()), shown_(keys.size()) {
     for (std::size_t row = 0; row < keys.size(); ++row)
-        if (!keys[row].empty())
+        if (!keys[row].empty()) {
             rowsOfKey_[keys[row]].push_back(row);
+            awaited_.insert(row);
+        }
 }
 
 RowState TableRows::state(std::size_t row) const {
@@ -42,9 +46,15 @@ std::optional<std::size_t> TableRows::active() const {
     if (over_)
         return std::nullopt;
     if (!installing_)
-        return downloads_.empty() ? std::nullopt : std::optional(downloads_.front());
+        return activeDownload();
     const auto rows = package_ ? rowsOf(*package_) : std::span<const std::size_t>();
     return rows.empty() ? std::nullopt : std::optional(rows.front());
+}
+
+std::optional<std::size_t> TableRows::activeDownload() const {
+    if (!downloads_.empty())
+        return downloads_.front();
+    return downloading_ && !awaited_.empty() ? std::optional(*awaited_.begin()) : std::nullopt;
 }
 
 std::span<const std::size_t> TableRows::rowsOf(const std::string &key) const {
@@ -55,7 +65,9 @@ std::span<const std::size_t> TableRows::rowsOf(const std::string &key) const {
 void TableRows::fileCreated(const std::string &key) {
     touchActive();
     touch(key);
+    downloading_ = downloading_ || !rowsOf(key).empty();
     for (const std::size_t row : rowsOf(key)) {
+        awaited_.erase(row);
         if (!std::exchange(rows_[row].downloading, true))
             downloads_.push_back(row);
         rows_[row].lost = false;
@@ -64,6 +76,7 @@ void TableRows::fileCreated(const std::string &key) {
 }
 
 void TableRows::archiveExpanded(const std::string &key, bool whole) {
+    touchActive();
     touch(key);
     for (const std::size_t row : rowsOf(key)) {
         rows_[row].arrived = whole;
@@ -73,7 +86,13 @@ void TableRows::archiveExpanded(const std::string &key, bool whole) {
     touchActive();
 }
 
+void TableRows::packagesFound(const std::string &key) {
+    for (const std::size_t row : rowsOf(key))
+        rows_[row].found = true;
+}
+
 void TableRows::downloadFailed(const std::string &key) {
+    touchActive();
     touch(key);
     for (const std::size_t row : rowsOf(key)) {
         rows_[row].lost = !rows_[row].arrived;
@@ -83,6 +102,7 @@ void TableRows::downloadFailed(const std::string &key) {
 }
 
 void TableRows::endDownload(std::size_t row) {
+    awaited_.erase(row);
     rows_[row].downloading = false;
     while (!downloads_.empty() && !rows_[downloads_.front()].downloading)
         downloads_.pop_front();
@@ -94,6 +114,8 @@ void TableRows::installationStarted(const std::vector<std::string> &packages, st
     for (const std::string &key : packages)
         for (const std::size_t row : rowsOf(key))
             ++rows_[row].packages;
+    for (RowFacts &row : rows_)
+        row.superseded = row.found && row.packages == 0;
     touchAll();
     goOnWith(first < packages.size() ? std::optional(packages[first]) : std::nullopt);
 }

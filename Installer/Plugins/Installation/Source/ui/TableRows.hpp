@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <deque>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,13 +12,15 @@
 namespace vant {
 
 /// What a row of the component table says about its component.
-enum class RowState { Waiting, AtWork, Arrived, Done, NotDone };
+enum class RowState { Waiting, AtWork, Arrived, Done, NotDone, NotNeeded };
 
 /// What is known of one row's component.
 struct RowFacts {
     bool downloading = false; ///< its file was created and neither arrived nor failed since
     bool arrived = false;     ///< its archive was whole
     bool lost = false;        ///< its download failed, or what arrived was no archive
+    bool found = false;       ///< packages to install were found in its archive
+    bool superseded = false;  ///< the run leaves all of them out for newer ones, or for the same from another archive
     std::size_t packages = 0; ///< how many packages of the run are its own
     std::size_t installed = 0;
     std::size_t failed = 0;
@@ -47,14 +50,17 @@ public:
 
     [[nodiscard]] std::size_t size() const noexcept { return rows_.size(); }
     [[nodiscard]] RowState state(std::size_t row) const;
-    /// The one row that the run is at work on: of the downloads under way the one begun first, or the row of the
-    /// package being installed.
+    /// The one row that the run is at work on: of the downloads under way the one whose file was created first, else,
+    /// once files are being created at all, the first row that still waits for its own; or the row of the package being
+    /// installed.
     [[nodiscard]] std::optional<std::size_t> active() const;
 
     /// A download's file was created, for the first time or by a retry.
     void fileCreated(const std::string &key);
     /// An archive was handed to expansion; it was whole when anything came out of it.
     void archiveExpanded(const std::string &key, bool whole);
+    /// Packages to install were found in an archive.
+    void packagesFound(const std::string &key);
     void downloadFailed(const std::string &key);
     /// The run begins to install packages of these keys, with the one at the position.
     void installationStarted(const std::vector<std::string> &packages, std::size_t first);
@@ -66,6 +72,7 @@ public:
     [[nodiscard]] std::vector<std::size_t> takeChanges();
 
 private:
+    [[nodiscard]] std::optional<std::size_t> activeDownload() const;
     [[nodiscard]] std::span<const std::size_t> rowsOf(const std::string &key) const;
     void touch(const std::string &key);
     void touchActive();
@@ -76,6 +83,8 @@ private:
     std::vector<RowFacts> rows_;
     std::unordered_map<std::string, std::vector<std::size_t>> rowsOfKey_;
     std::deque<std::size_t> downloads_; // rows in the order in which their files were created
+    std::set<std::size_t> awaited_;     // rows whose file is still to come
+    bool downloading_ = false;
     std::optional<std::string> package_;
     bool installing_ = false;
     bool over_ = false;

@@ -13,7 +13,7 @@
 #import "shell/Notifications.h"
 #import "ui/BDContinuousProgressCell.h"
 #import "ui/BDDiscreteProgressCell.h"
-#import "ui/StateMark.h"
+#import "ui/RowLook.h"
 #import "ui/VantInstallation+Rows.h"
 #import "ui/VantTableSight.h"
 
@@ -89,9 +89,18 @@ BOOL isFilled(NSString *folder) {
 - (void)archiveExpanded:(NSNotification *)notification {
     NSString *folder = VantStringForKey([notification userInfo], VantExpandedPathKey);
     const bool whole = isFilled(folder);
-    [self change:[key = std::string(vant::lastPathComponent(vant::utf8(folder))), whole](vant::TableRows &known) {
+    const auto key = std::string(vant::lastPathComponent(vant::utf8(folder)));
+    // By the time of the change the pane has searched the folder.
+    [self change:[self, key, whole](vant::TableRows &known) {
         known.archiveExpanded(key, whole);
+        if ([self isAnyPackageOfRow:key])
+            known.packagesFound(key);
     }];
+}
+
+- (BOOL)isAnyPackageOfRow:(const std::string &)key {
+    const std::lock_guard lock(paneLock);
+    return pane != nil && [pane isAnyPackageOfRow:key];
 }
 
 // On the installer thread that posts, where the list stands still; the rows change on the main one.
@@ -190,7 +199,7 @@ BOOL isFilled(NSString *folder) {
     [self takeKeys];
     // Rows are born with their spinners turning.
     for (BDObject *row in rows)
-        [self rest:[row continuousProgress]];
+        VantShowState(row, RowState::Waiting, NO);
     [sight update];
     [self showChanges];
 }
@@ -220,27 +229,8 @@ BOOL isFilled(NSString *folder) {
 
 - (void)showRow:(std::size_t)index {
     BDObject *row = [self rowAtIndex:static_cast<NSInteger>(index)];
-    const RowState state = states.state(index);
-    if (state == RowState::AtWork && [[row continuousProgress] superview] == table)
-        [self spin:[row continuousProgress]];
-    else
-        [self rest:[row continuousProgress]];
-    NSProgressIndicator *bar = [row discreteProgress];
-    if (state == RowState::Arrived || state == RowState::Done)
-        [bar setDoubleValue:[bar maxValue]];
-    if (state == RowState::NotDone)
-        [bar setDoubleValue:[bar minValue]];
+    VantShowState(row, states.state(index), [[row continuousProgress] superview] == table);
     [table setNeedsDisplayInRect:[table rectOfRow:static_cast<NSInteger>(index)]];
-}
-
-- (void)spin:(NSProgressIndicator *)spinner {
-    [spinner setHidden:NO];
-    [spinner startAnimation:self];
-}
-
-- (void)rest:(NSProgressIndicator *)spinner {
-    [spinner stopAnimation:self];
-    [spinner setHidden:YES];
 }
 
 - (NSArray *)indicatorsOfRow:(NSInteger)index {

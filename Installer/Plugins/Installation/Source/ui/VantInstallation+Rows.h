@@ -12,6 +12,8 @@
 /// Per row, the key that its download and its packages share: an entry's location on the media, the folder name of its
 /// archive from the web. Main thread.
 - (std::vector<std::string>)tableKeys;
+/// Whether the list of packages holds one of the row with that key. Main thread.
+- (BOOL)isAnyPackageOfRow:(const std::string &)key;
 /// Whether nothing will be installed: the rights were refused, or the downloads were set aside. Main thread.
 - (BOOL)isRunGivenUp;
 /// The package that the run has just finished with, and the one that follows it unless that was the last. On the

@@ -2,10 +2,10 @@
 
 #import "base/Bridge.h"
 #import "base/Locations.h"
+#include "base/Paths.hpp"
 #import "base/PropertyList.h"
 #import "base/Retained.h"
 #include "base/SharedValue.hpp"
-#include "base/Paths.hpp"
 #import "install/chain/VantInstallation+RunEvents.h"
 #import "install/package/VantInstallation+PackageInstaller.h"
 #include "install/tasks/Archives.hpp"
@@ -13,6 +13,8 @@
 #import "selection/SelectionEntry.h"
 #import "selection/VantInstallation+PackageLists.h"
 #import "ui/VantComponentTable.h"
+
+#include <algorithm>
 
 static std::string keyOfAddress(NSString *address) {
     const std::string text = vant::utf8(address);
@@ -63,6 +65,18 @@ static std::string keyOfAddress(NSString *address) {
     return std::string(vant::nameBelow(path, vant::utf8(VantTemporaryPath(VantDownloadFolder))));
 }
 
+- (std::vector<std::string>)keysOfPackages {
+    std::vector<std::string> packages([self packageCountInFlow:[self flowOfRows]]);
+    for (NSUInteger position = 0; position < packages.size(); ++position)
+        packages[position] = [self keyOfPackage:position];
+    return packages;
+}
+
+- (BOOL)isAnyPackageOfRow:(const std::string &)key {
+    const auto packages = [self keysOfPackages];
+    return std::find(packages.begin(), packages.end(), key) != packages.end();
+}
+
 - (vant::PackageEnd)endedPackageWithNext:(BOOL)goesOn {
     const NSUInteger count = [self packageCountInFlow:[self flowOfRows]];
     const auto position = static_cast<NSUInteger>(vant::sharedValue(cdInstallIndex));
@@ -92,11 +106,8 @@ static std::string keyOfAddress(NSString *address) {
 @implementation VantInstallation (RunEvents)
 
 - (void)runWillInstall {
-    std::vector<std::string> packages([self packageCountInFlow:[self flowOfRows]]);
-    for (NSUInteger position = 0; position < packages.size(); ++position)
-        packages[position] = [self keyOfPackage:position];
     const auto first = static_cast<std::size_t>(vant::sharedValue(cdInstallIndex));
-    [componentTable change:[packages = std::move(packages), first](vant::TableRows &rows) {
+    [componentTable change:[packages = [self keysOfPackages], first](vant::TableRows &rows) {
         rows.installationStarted(packages, first);
     }];
 }
