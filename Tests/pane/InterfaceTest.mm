@@ -1,5 +1,8 @@
 #import "PaneTest.h"
 #import "slides/VantInstallation+SlideContent.h"
+#import "slides/VantInstallation+SlideRotation.h"
+
+#include <cmath>
 
 using namespace vant::test;
 namespace fs = std::filesystem;
@@ -163,16 +166,98 @@ TEST_F(Interface, ControlsKeepTheirPlaceAtEverySize) {
     }
 }
 
-TEST_F(Interface, KeyboardFocusGoesRoundAllControls) {
-    NSView *const round[] = {control<NSView>("backButton"), control<NSView>("radioButton"),
-                             control<NSView>("nextButton"), link(), control<NSView>("list1")};
-    for (std::size_t i = 0; i < std::size(round); ++i)
-        EXPECT_EQ([round[i] nextKeyView], round[(i + 1) % std::size(round)]) << i;
+TEST_F(Interface, TheKeysGoFromThePaneThroughAllItsControlsAndEndWithTheLast) {
+    NSView *const order[] = {control<NSView>("mView"),
+                             control<NSView>("backButton"),
+                             control<NSView>("radioButton"),
+                             control<NSView>("nextButton"),
+                             link(),
+                             control<NSView>("list1")};
+    for (std::size_t i = 0; i + 1 < std::size(order); ++i)
+        EXPECT_EQ([order[i] nextKeyView], order[i + 1]) << i;
+    // The host joins the loop here.
+    EXPECT_EQ([order[std::size(order) - 1] nextKeyView], nil);
+}
+
+TEST_F(Interface, TheTableTakesTheKeysOnlyWhenThereIsSomethingToScroll) {
+    NSTableView *list = control<NSTableView>("list1");
+    for (const NSUInteger count : {2U, 50U}) {
+        NSMutableArray *rows = [[NSMutableArray alloc] init];
+        while ([rows count] < count)
+            [rows addObject:[[[bundleClass(@"BDObject") alloc] init] autorelease]];
+        field<id>(pane, "objects1") = rows;
+        [list reloadData];
+        EXPECT_EQ([list acceptsFirstResponder], count > 10) << count;
+    }
+}
+
+TEST_F(Interface, AButtonThatIsDisabledUnderTheKeysHandsThemToTheOther) {
+    NSWindow *window = [[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, 620, 420)
+                                                   styleMask:NSTitledWindowMask
+                                                     backing:NSBackingStoreBuffered
+                                                       defer:NO];
+    [window setContentView:[pane contentView]];
+    NSButton *next = control<NSButton>("nextButton");
+    NSButton *back = control<NSButton>("backButton");
+    [window makeFirstResponder:next];
+    [pane changeImage:next];
+    EXPECT_EQ((id)[window firstResponder], back);
+    [pane changeImage:back];
+    EXPECT_EQ((id)[window firstResponder], next);
+    [window makeFirstResponder:link()];
+    [pane changeImage:next];
+    EXPECT_EQ((id)[window firstResponder], link());
 }
 
 TEST_F(Interface, ControlsWithoutATextAreDescribed) {
-    for (const char *name : {"backButton", "nextButton", "radioButton", "list1"})
+    for (const char *name : {"backButton", "nextButton", "radioButton", "list1", "imageView", "mVTPackageDownloadProg",
+                             "mVTPackageInstallationProg", "mVTPackageInstallationProgDummy"})
         EXPECT_GT([[control<NSView>(name) toolTip] length], 0U) << name;
+}
+
+TEST_F(Interface, TheIndicatorSaysWhichPageIsUp) {
+    NSMatrix *dots = control<NSMatrix>("radioButton");
+    EXPECT_EQ(text([dots toolTip]), "Page 1 of 2");
+    [pane changeImage:control<NSButton>("nextButton")];
+    EXPECT_EQ(text([dots toolTip]), "Page 2 of 2");
+}
+
+TEST_F(Interface, TheNameColumnFollowsTheTable) {
+    NSTableView *list = control<NSTableView>("list1");
+    for (const CGFloat width : {620, 1280, 640}) {
+        [[pane contentView] setFrameSize:NSMakeSize(width, 420)];
+        const NSRect last = [list rectOfColumn:3];
+        EXPECT_LE(std::abs(NSMaxX(last) - [[list superview] bounds].size.width), 8) << width;
+    }
+}
+
+TEST_F(Interface, LongNamesAndStatusTextsEndInAnEllipsis) {
+    EXPECT_EQ([[control<NSTextField>("mProgressInfoTF") cell] lineBreakMode], NSLineBreakByTruncatingTail);
+    NSTableColumn *names = [control<NSTableView>("list1") tableColumnWithIdentifier:@"name"];
+    EXPECT_EQ([[names dataCell] lineBreakMode], NSLineBreakByTruncatingTail);
+}
+
+TEST_F(Interface, TextsBeginWhereTheControlsOfTheirColumnDo) {
+    const auto lettersOf = [](NSControl *each) {
+        return NSMinX([each frame]) + NSMinX([[each cell] titleRectForBounds:[each bounds]]);
+    };
+    EXPECT_EQ(lettersOf(control<NSTextField>("mProgressInfoTF")),
+              NSMinX([[control<NSView>("list1") enclosingScrollView] frame]));
+    EXPECT_EQ(lettersOf(control<NSTextField>("mProgressInfoTF")), NSMinX([control<NSView>("imageView") frame]));
+    EXPECT_EQ(lettersOf(control<NSTextField>("productTitle")), lettersOf(control<NSTextField>("productDesc")));
+    EXPECT_EQ(lettersOf(control<NSTextField>("productTitle")), lettersOf(link()));
+}
+
+TEST_F(Interface, TheCheckBoxesCannotBeChanged) {
+    EXPECT_FALSE([[[control<NSTableView>("list1") tableColumnWithIdentifier:@"check"] dataCell] isEnabled]);
+}
+
+TEST_F(Interface, TheLinkIsAsWideAsItsWordsAtEverySize) {
+    const CGFloat width = [[link() attributedTitle] size].width;
+    EXPECT_LE(std::abs([link() bounds].size.width - width), 12);
+    const CGFloat before = [link() bounds].size.width;
+    [[pane contentView] setFrameSize:NSMakeSize(1280, 900)];
+    EXPECT_EQ([link() bounds].size.width, before);
 }
 
 TEST_F(Interface, TheLinkIsBlueAndUnderlined) {
@@ -220,7 +305,7 @@ TEST_F(Interface, NothingIsClippedInAnyLanguage) {
         NSAttributedString *label =
             [[[NSAttributedString alloc] initWithString:[own objectForKey:@"SupportLink"]
                                              attributes:@{NSFontAttributeName : [link() font]}] autorelease];
-        EXPECT_LE([label size].width, [link() bounds].size.width) << folder.path();
+        EXPECT_LE([label size].width, [control<NSView>("productDesc") bounds].size.width) << folder.path();
     }
     EXPECT_EQ(languages, 10);
 }

@@ -4,6 +4,7 @@
 #import "shell/VantInstallation+HostLink.h"
 #include "slides/SlideRotation.hpp"
 #import "slides/VantInstallation+SlideContent.h"
+#import "ui/VantNibSetup.h"
 
 @implementation VantInstallation (SlideRotation)
 
@@ -30,6 +31,9 @@
     [[radioButton cellAtRow:0 column:change.page] setImage:[self resourceImageNamed:@"indicator_selected.png"]];
     [[radioButton cellAtRow:0 column:prevSelection] setImage:[self resourceImageNamed:@"Indicator_normal.png"]];
     [self showPage:change.page];
+    VantDescribePage(radioButton, change.page);
+    [self moveFocusFrom:nextButton to:backButton];
+    [self moveFocusFrom:backButton to:nextButton];
     prevSelection = change.page;
 }
 
@@ -67,6 +71,13 @@
         [self setButton:nextButton enabled:YES image:@"Next_Normal.png"];
         [self showTitle:firstTitle description:firstDescription];
     }
+}
+
+// A button that has just been disabled would keep the keys and answer none.
+- (void)moveFocusFrom:(NSButton *)button to:(NSButton *)other {
+    NSWindow *window = [button window];
+    if (![button isEnabled] && [other isEnabled] && [window firstResponder] == button)
+        [window makeFirstResponder:other];
 }
 
 - (void)setButton:(NSButton *)button enabled:(BOOL)enabled image:(NSString *)fileName {

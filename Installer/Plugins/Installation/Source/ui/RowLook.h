@@ -10,6 +10,9 @@
 /// nothing for any other state.
 NSString *VantStateMark(vant::RowState state);
 
+/// The state in words, in the user's language.
+NSString *VantStateWords(vant::RowState state);
+
 /// The mark's colour, dark enough for a light ground.
 NSColor *VantStateColour(vant::RowState state);
 

@@ -1,5 +1,6 @@
 #import "ui/RowLook.h"
 
+#import "base/Resources.h"
 #import "download/BDObject.h"
 
 using vant::RowState;
@@ -18,6 +19,24 @@ NSString *VantStateMark(RowState state) {
         break;
     }
     return @"";
+}
+
+NSString *VantStateWords(RowState state) {
+    switch (state) {
+    case RowState::Waiting:
+        break;
+    case RowState::AtWork:
+        return VantResourceString(@"RowAtWork");
+    case RowState::Arrived:
+        return VantResourceString(@"RowArrived");
+    case RowState::Done:
+        return VantResourceString(@"RowDone");
+    case RowState::NotDone:
+        return VantResourceString(@"RowNotDone");
+    case RowState::NotNeeded:
+        return VantResourceString(@"RowNotNeeded");
+    }
+    return VantResourceString(@"RowWaiting");
 }
 
 NSColor *VantStateColour(RowState state) {

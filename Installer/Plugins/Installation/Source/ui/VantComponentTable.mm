@@ -17,15 +17,11 @@
 #import "ui/VantInstallation+Rows.h"
 #import "ui/VantTableSight.h"
 
-namespace {
-
 using vant::RowState;
 
-BOOL isFilled(NSString *folder) {
+static BOOL isFilled(NSString *folder) {
     return folder != nil && [[[NSFileManager defaultManager] enumeratorAtPath:folder] nextObject] != nil;
 }
-
-} // namespace
 
 @interface VantComponentTable () <VantRowIndicators>
 @end
@@ -142,10 +138,6 @@ BOOL isFilled(NSString *folder) {
     return index >= 0 && static_cast<NSUInteger>(index) < [rows count] ? [rows objectAtIndex:(NSUInteger)index] : nil;
 }
 
-- (RowState)stateOfRow:(NSInteger)index {
-    return states.state(static_cast<std::size_t>(index));
-}
-
 - (NSString *)nameOfRow:(NSInteger)index {
     [self takeRows];
     if (index < 0 || static_cast<NSUInteger>(index) >= [entries count])
@@ -160,7 +152,7 @@ BOOL isFilled(NSString *folder) {
     if ([identifier isEqualToString:@"check"])
         return @([[self rowAtIndex:index] getCheckBTStatus]);
     if ([identifier isEqualToString:@"spinner"])
-        return VantStateMark([self stateOfRow:index]);
+        return VantStateMark(states.state(static_cast<std::size_t>(index)));
     return [identifier isEqualToString:@"name"] ? [self nameOfRow:index] : @"";
 }
 
@@ -183,7 +175,21 @@ BOOL isFilled(NSString *folder) {
     if (cell != [column dataCell])
         [(id)[cell progress] retain];
     [cell performSelector:@selector(setProgress:) withObject:[self indicatorOfColumn:column row:index]];
-    [cell setTextColor:VantStateColour([self stateOfRow:index])];
+    [cell setTextColor:VantStateColour(states.state(static_cast<std::size_t>(index)))];
+    if ([cell respondsToSelector:@selector(setAccessibilityLabel:)])
+        [cell performSelector:@selector(setAccessibilityLabel:)
+                   withObject:VantStateWords(states.state(static_cast<std::size_t>(index)))];
+}
+
+- (NSString *)tableView:(NSTableView *)tableView
+         toolTipForCell:(NSCell *)cell
+                   rect:(NSRectPointer)rect
+            tableColumn:(NSTableColumn *)column
+                    row:(NSInteger)index
+          mouseLocation:(NSPoint)mouse {
+    (void)tableView, (void)cell, (void)rect, (void)column, (void)mouse;
+    return [NSString stringWithFormat:@"%@: %@", [self nameOfRow:index],
+                                      VantStateWords(states.state(static_cast<std::size_t>(index)))];
 }
 
 // Deferred, and once for all changes of a turn of the run loop: views are not moved in the middle of a reload.

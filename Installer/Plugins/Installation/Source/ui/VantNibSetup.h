@@ -8,9 +8,17 @@
     IBOutlet NSMatrix *pageIndicator;
     IBOutlet NSImageView *slide;
     IBOutlet NSTextField *title;
+    IBOutlet NSTextField *text;
+    IBOutlet NSTextField *status;
+    IBOutlet NSProgressIndicator *waitingBar;
+    IBOutlet NSProgressIndicator *downloadBar;
+    IBOutlet NSProgressIndicator *installationBar;
     IBOutlet NSTableView *table;
     IBOutlet NSButton *link;
 }
 /// Action of the link: opens the vendor's support page in the user's browser.
 - (IBAction)openSupportPage:(id)sender;
 @end
+
+/// Says of the page indicator which page is up: "Page 1 of 2" for page 0. Main thread.
+void VantDescribePage(NSMatrix *indicator, NSInteger page);

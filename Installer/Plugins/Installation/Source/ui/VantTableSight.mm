@@ -13,6 +13,7 @@
     shown = [[NSMutableArray alloc] init];
     NSView *clip = [table superview];
     bounds = [clip bounds];
+    [self fitLastColumn];
     [clip setPostsBoundsChangedNotifications:YES];
     [clip setPostsFrameChangedNotifications:YES];
     NSNotificationCenter *centre = [NSNotificationCenter defaultCenter];
@@ -33,7 +34,17 @@
     if (!following && NSEqualSizes(now.size, bounds.size) && !NSEqualPoints(now.origin, bounds.origin))
         scrolledByPerson = YES;
     bounds = now;
+    [self fitLastColumn];
     [self update];
+}
+
+// By hand: a table that has grown with its place finds no room left to give to a column.
+- (void)fitLastColumn {
+    const NSInteger last = [table numberOfColumns] - 1;
+    const CGFloat room = NSWidth(bounds) - NSMinX([table rectOfColumn:last]) - [table intercellSpacing].width;
+    NSTableColumn *column = [[table tableColumns] lastObject];
+    if (room != [column width])
+        [column setWidth:room];
 }
 
 - (void)follow:(std::optional<std::size_t>)row {
