@@ -155,7 +155,8 @@ TEST_F(Interface, BarsAreShownAndHiddenAtOnce) {
 }
 
 TEST_F(Interface, ControlsKeepTheirPlaceAtEverySize) {
-    for (const NSSize size : {NSMakeSize(620, 420), NSMakeSize(700, 470), NSMakeSize(1100, 800)}) {
+    for (const NSSize size :
+         {NSMakeSize(620, 420), NSMakeSize(640, 340), NSMakeSize(700, 470), NSMakeSize(1920, 1000)}) {
         [[pane contentView] setFrameSize:size];
         expectControlsInPlace();
         const NSRect bar = [control<NSView>("mVTPackageInstallationProg") frame];
@@ -246,6 +247,12 @@ TEST_F(Interface, TextsBeginWhereTheControlsOfTheirColumnDo) {
     EXPECT_EQ(lettersOf(control<NSTextField>("mProgressInfoTF")), NSMinX([control<NSView>("imageView") frame]));
     EXPECT_EQ(lettersOf(control<NSTextField>("productTitle")), lettersOf(control<NSTextField>("productDesc")));
     EXPECT_EQ(lettersOf(control<NSTextField>("productTitle")), lettersOf(link()));
+}
+
+TEST_F(Interface, TheLinkNamesTheVendorOfTheModelRecord) {
+    [model setObject:@"Other & Sons" forKey:@"VendorName"];
+    createPane();
+    EXPECT_EQ(text([link() title]), "Other & Sons support on the web");
 }
 
 TEST_F(Interface, TheCheckBoxesCannotBeChanged) {

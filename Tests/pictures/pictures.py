@@ -9,6 +9,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "flows"))
 
 import comparison  # noqa: E402
+import contrast  # noqa: E402
 import small_media  # noqa: E402
 from flow_case import BUILD, FlowCase, add_case_for_each_language  # noqa: E402
 from flow import Moments  # noqa: E402
@@ -50,6 +51,29 @@ class Language(FlowCase):
 
 
 add_case_for_each_language(Language, lambda case, language: case.check(language.code))
+
+
+class Contrast(unittest.TestCase):
+    """Measured in the kept pictures, which are what is seen: 4.5 for a text, 3 for a mark that says something."""
+
+    def check(self, least, areas):
+        for what, (code, area) in areas.items():
+            with self.subTest(what):
+                self.assertGreaterEqual(contrast.contrast(HERE / f"{code}.png", area), least)
+
+    def test_of_texts_is_enough_to_read_them(self):
+        self.check(4.5, {"the page's title": ("EN", (309, 100, 600, 120)), "the page's text": ("GR", (309, 150, 680, 230)),
+                         "the link": ("EN", (309, 294, 492, 312)), "a component": ("KR", (216, 348, 330, 366)),
+                         "another component": ("GR", (216, 348, 330, 366))})
+
+    def test_of_marks_is_enough_to_tell_them(self):
+        self.check(3, {"the dot of the page shown": ("EN", (138, 294, 154, 310)),
+                       "the dot of the other page": ("EN", (160, 294, 175, 310)),
+                       "the next page": ("EN", (186, 288, 214, 316))})
+
+    def test_is_that_of_the_colours(self):
+        self.assertAlmostEqual(contrast.ratio(contrast.luminance("000000"), contrast.luminance("FFFFFF")), 21)
+        self.assertAlmostEqual(contrast.ratio(contrast.luminance("767676"), contrast.luminance("FFFFFF")), 4.54, 2)
 
 
 class Comparison(FlowCase):

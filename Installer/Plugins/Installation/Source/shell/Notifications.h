@@ -8,8 +8,8 @@
 extern NSString *const VantWebDownloadStartNotification;
 
 /// A download has created its destination file.
-/// Posted by: `download:didCreateDestination:`. Thread: main. Handled by: `receivedownloadNotification:`.
-/// Carries: "Download", the download's delegate; "Path", the file.
+/// Posted by: `download:didCreateDestination:`. Thread: main. Handled by: `receivedownloadNotification:` and the
+/// component table. Carries: "Download", the download's delegate; "Path", the file.
 extern NSString *const VantDownloadInfoNotification;
 
 /// A download has finished, and so has every download whose file was created before.
@@ -23,8 +23,8 @@ extern NSString *const VantDownloadCompletedNotification;
 extern NSString *const VantUnzipCompletedNotification;
 
 /// A package of the web list has ended and another follows.
-/// Posted by: `installCompoentAtPath:`. Thread: installer. Handled by: `receiveNotification1:`.
-/// Carries: the next web record, as the object.
+/// Posted by: `installCompoentAtPath:`. Thread: installer. Handled by: `receiveNotification1:` and the component
+/// table. Carries: the next web record, as the object.
 extern NSString *const VantInstallNextSUComponentNotification;
 
 /// The last package of the web list has ended.
@@ -43,8 +43,8 @@ extern NSString *const VantInstallNextCDComponentNotification;
 extern NSString *const VantCDInstallCompleteNotification;
 
 /// The last package of the media list has ended and one has failed.
-/// Posted by: `installCDComponentAtPath:`. Thread: installer. Handled by: nobody; the pane stays as it is.
-/// Carries: nothing.
+/// Posted by: `installCDComponentAtPath:`. Thread: installer. Handled by: the component table; the pane stays
+/// as it is. Carries: nothing.
 extern NSString *const VantFindInstallFile3Notification;
 
 /// Registered for in the web flow, by name alone.

@@ -20,6 +20,8 @@
 - (NSImage *)firstSlideImageAtPath:(NSString *)path;
 - (NSString *)firstSlideTitle;
 - (NSString *)firstSlideDescription;
+/// The text with every "__MFG__" replaced by the vendor's name.
+- (NSString *)vendorText:(NSString *)text;
 /// The host's string for the key with every "__MFG__" replaced by the vendor's name.
 - (NSString *)vendorStringForKey:(NSString *)key;
 /// An image of the plug-in's own resources by file name; nil when there is none.

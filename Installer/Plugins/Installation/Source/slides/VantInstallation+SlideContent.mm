@@ -84,9 +84,13 @@ static NSString *firstOf(NSString *main, NSString *fallBack) {
 }
 
 // A host that names no vendor gets the text without the name: an empty place in a sentence, and never a fault.
-- (NSString *)vendorStringForKey:(NSString *)key {
+- (NSString *)vendorText:(NSString *)text {
     const std::string vendor = vant::utf8(VantStringForKey(modelInfo, VantVendorNameKey));
-    return vant::nsString(vant::withVendorName(vant::utf8([self hostStringForKey:key]), vendor));
+    return vant::nsString(vant::withVendorName(vant::utf8(text), vendor));
+}
+
+- (NSString *)vendorStringForKey:(NSString *)key {
+    return [self vendorText:[self hostStringForKey:key]];
 }
 
 - (NSImage *)resourceImageNamed:(NSString *)fileName {

@@ -1,10 +1,11 @@
 #import "slides/VantInstallation+SlideRotation.h"
 
+#import "base/Accessibility.h"
 #import "base/Retained.h"
 #import "shell/VantInstallation+HostLink.h"
+#import "slides/PagePosition.h"
 #include "slides/SlideRotation.hpp"
 #import "slides/VantInstallation+SlideContent.h"
-#import "ui/VantNibSetup.h"
 
 @implementation VantInstallation (SlideRotation)
 
@@ -31,7 +32,7 @@
     [[radioButton cellAtRow:0 column:change.page] setImage:[self resourceImageNamed:@"indicator_selected.png"]];
     [[radioButton cellAtRow:0 column:prevSelection] setImage:[self resourceImageNamed:@"Indicator_normal.png"]];
     [self showPage:change.page];
-    VantDescribePage(radioButton, change.page);
+    VantDescribe(radioButton, VantPagePosition(change.page, radioButton));
     [self moveFocusFrom:nextButton to:backButton];
     [self moveFocusFrom:backButton to:nextButton];
     prevSelection = change.page;

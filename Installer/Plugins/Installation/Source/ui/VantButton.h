@@ -5,6 +5,9 @@
 @interface VantButton : NSButton {
     NSTrackingArea *_trackingArea;
 }
+/// Shows the words blue and underlined, in the button's font, and makes the button as wide as they are, so that it
+/// reacts where its words are and nowhere beside them.
+- (void)setWords:(NSString *)words;
 /// Colours the whole title; fonts and other attributes are kept.
 - (void)setTextColor:(NSColor *)color;
 /// Shows the pointing hand.

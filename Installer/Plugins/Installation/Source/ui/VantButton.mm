@@ -1,5 +1,7 @@
 #import "ui/VantButton.h"
 
+#include <cmath>
+
 static const NSTrackingAreaOptions trackingOptions =
     NSTrackingMouseEnteredAndExited | NSTrackingCursorUpdate | NSTrackingActiveInKeyWindow;
 
@@ -17,6 +19,18 @@ static const NSTrackingAreaOptions trackingOptions =
     if (self != nil)
         [self trackRect:frame];
     return self;
+}
+
+- (void)setWords:(NSString *)words {
+    NSDictionary *attributes = @{
+        NSFontAttributeName : [self font],
+        NSForegroundColorAttributeName : [NSColor blueColor],
+        NSUnderlineStyleAttributeName : @(NSUnderlineStyleSingle)
+    };
+    NSAttributedString *title = [[NSAttributedString alloc] initWithString:words attributes:attributes];
+    [self setAttributedTitle:title];
+    [title release];
+    [self setFrameSize:NSMakeSize(std::ceil([[self cell] cellSize].width), NSHeight([self frame]))];
 }
 
 - (void)mouseEntered:(NSEvent *)event {

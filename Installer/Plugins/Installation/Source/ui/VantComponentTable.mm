@@ -1,5 +1,6 @@
 #import "ui/VantComponentTable.h"
 
+#import "base/Accessibility.h"
 #import "base/Bridge.h"
 #import "base/MainQueue.h"
 #include "base/Paths.hpp"
@@ -176,9 +177,7 @@ static BOOL isFilled(NSString *folder) {
         [(id)[cell progress] retain];
     [cell performSelector:@selector(setProgress:) withObject:[self indicatorOfColumn:column row:index]];
     [cell setTextColor:VantStateColour(states.state(static_cast<std::size_t>(index)))];
-    if ([cell respondsToSelector:@selector(setAccessibilityLabel:)])
-        [cell performSelector:@selector(setAccessibilityLabel:)
-                   withObject:VantStateWords(states.state(static_cast<std::size_t>(index)))];
+    VantLabel(cell, VantStateWords(states.state(static_cast<std::size_t>(index))));
 }
 
 - (NSString *)tableView:(NSTableView *)tableView

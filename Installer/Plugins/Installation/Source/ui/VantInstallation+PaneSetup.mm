@@ -2,12 +2,14 @@
 
 #import "base/Locations.h"
 #import "base/PropertyList.h"
+#import "base/Resources.h"
 #import "base/Retained.h"
 #import "install/status/VantInstallation+StatusLine.h"
 #include "selection/Flow.hpp"
 #import "shell/VantInstallation+HostLink.h"
 #import "slides/VantInstallation+SlideContent.h"
 #import "slides/VantInstallation+SlideRotation.h"
+#import "ui/VantButton.h"
 #import "ui/VantInstallation+Views.h"
 
 #include <cstdio>
@@ -28,6 +30,7 @@ static void removeFileIfPresent(NSString *relativePath) {
 
 - (BOOL)setUpPane {
     [self showFirstSlide];
+    [self showVendorInLink];
     // Twice on purpose: the second removal finds nothing, and is part of what set-up is known to do.
     removeFile(VantKeptModelInfoFile);
     removeFile(VantKeptModelInfoFile);
@@ -54,6 +57,12 @@ static void removeFileIfPresent(NSString *relativePath) {
                                                      selector:@selector(changeImageTrigger)
                                                      userInfo:nil
                                                       repeats:YES]);
+}
+
+- (void)showVendorInLink {
+    for (NSView *view in [mView subviews])
+        if ([view isKindOfClass:[VantButton class]])
+            [(VantButton *)view setWords:[self vendorText:VantResourceString(@"SupportLink")]];
 }
 
 - (void)createLists {

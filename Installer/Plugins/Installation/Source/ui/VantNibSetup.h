@@ -1,5 +1,7 @@
 #import <Cocoa/Cocoa.h>
 
+@class VantButton;
+
 /// An object of the interface description: gives its controls the images and texts that lie in the plug-in's own
 /// bundle, which an interface description cannot name in the same way on every platform. Main thread.
 @interface VantNibSetup : NSObject {
@@ -14,11 +16,8 @@
     IBOutlet NSProgressIndicator *downloadBar;
     IBOutlet NSProgressIndicator *installationBar;
     IBOutlet NSTableView *table;
-    IBOutlet NSButton *link;
+    IBOutlet VantButton *link;
 }
 /// Action of the link: opens the vendor's support page in the user's browser.
 - (IBAction)openSupportPage:(id)sender;
 @end
-
-/// Says of the page indicator which page is up: "Page 1 of 2" for page 0. Main thread.
-void VantDescribePage(NSMatrix *indicator, NSInteger page);

@@ -1,31 +1,14 @@
 #import "ui/VantNibSetup.h"
 
+#import "base/Accessibility.h"
+#import "base/Bridge.h"
 #import "base/Resources.h"
-
-#include <cmath>
+#import "slides/PagePosition.h"
+#include "slides/SlideText.hpp"
+#import "ui/VantButton.h"
 
 /// Where the words beside the picture begin.
 static const CGFloat rightColumn = 308;
-
-static void label(id element, NSString *words) {
-    if ([element respondsToSelector:@selector(setAccessibilityLabel:)])
-        [element performSelector:@selector(setAccessibilityLabel:) withObject:words];
-}
-
-// Both platforms speak a control's tool tip; what has a label of its own takes that in addition.
-static void describe(NSView *control, NSString *words) {
-    [control setToolTip:words];
-    label(control, words);
-}
-
-static NSString *positionOf(NSInteger page, NSMatrix *indicator) {
-    return [NSString stringWithFormat:VantResourceString(@"PageIndicator"), static_cast<int>(page + 1),
-                                      static_cast<int>([indicator numberOfColumns])];
-}
-
-void VantDescribePage(NSMatrix *indicator, NSInteger page) {
-    describe(indicator, positionOf(page, indicator));
-}
 
 /// Moves a text sideways so that its letters, not its frame, begin at a place.
 static void beginTextAt(CGFloat x, NSControl *control) {
@@ -45,18 +28,18 @@ static void beginTextAt(CGFloat x, NSControl *control) {
 }
 
 - (void)describeControls {
-    describe(backButton, VantResourceString(@"PreviousPage"));
-    describe(nextButton, VantResourceString(@"NextPage"));
-    describe(table, VantResourceString(@"ComponentTable"));
-    describe(slide, VantResourceString(@"Picture"));
-    describe(waitingBar, VantResourceString(@"InstallationBar"));
-    describe(downloadBar, VantResourceString(@"DownloadBar"));
-    describe(installationBar, VantResourceString(@"InstallationBar"));
+    VantDescribe(backButton, VantResourceString(@"PreviousPage"));
+    VantDescribe(nextButton, VantResourceString(@"NextPage"));
+    VantDescribe(table, VantResourceString(@"ComponentTable"));
+    VantDescribe(slide, VantResourceString(@"Picture"));
+    VantDescribe(waitingBar, VantResourceString(@"InstallationBar"));
+    VantDescribe(downloadBar, VantResourceString(@"DownloadBar"));
+    VantDescribe(installationBar, VantResourceString(@"InstallationBar"));
     // What the line says is its own; a tip over it would hide it.
-    label(status, VantResourceString(@"StatusLine"));
+    VantLabel(status, VantResourceString(@"StatusLine"));
     for (NSInteger page = 0; page < [pageIndicator numberOfColumns]; ++page)
-        label([pageIndicator cellAtRow:0 column:page], positionOf(page, pageIndicator));
-    VantDescribePage(pageIndicator, 0);
+        VantLabel([pageIndicator cellAtRow:0 column:page], VantPagePosition(page, pageIndicator));
+    VantDescribe(pageIndicator, VantPagePosition(0, pageIndicator));
 }
 
 - (void)alignTexts {
@@ -95,18 +78,9 @@ static void beginTextAt(CGFloat x, NSControl *control) {
     [pageIndicator selectCellAtRow:0 column:0];
 }
 
+// The vendor's name comes with the model record, which the pane takes up later.
 - (void)showLink {
-    NSDictionary *attributes = @{
-        NSFontAttributeName : [link font],
-        NSForegroundColorAttributeName : [NSColor blueColor],
-        NSUnderlineStyleAttributeName : @(NSUnderlineStyleSingle)
-    };
-    NSAttributedString *words = [[NSAttributedString alloc] initWithString:VantResourceString(@"SupportLink")
-                                                                attributes:attributes];
-    [link setAttributedTitle:words];
-    // It reacts where its words are, and nowhere beside them.
-    [link setFrameSize:NSMakeSize(std::ceil([[link cell] cellSize].width), NSHeight([link frame]))];
-    [words release];
+    [link setWords:vant::nsString(vant::withVendorName(vant::utf8(VantResourceString(@"SupportLink")), ""))];
 }
 
 - (IBAction)openSupportPage:(id)sender {

@@ -1,0 +1,9 @@
+#import <AppKit/AppKit.h>
+
+/// Words for what shows none, spoken to those who do not see it. Main thread.
+
+/// The label of a view or a cell, where the platform has labels.
+void VantLabel(id element, NSString *words);
+
+/// A label and a tool tip, which every platform speaks.
+void VantDescribe(NSView *view, NSString *words);
