@@ -1,6 +1,6 @@
 #import "download/VantInstallation+Downloads.h"
 #import "install/chain/VantInstallation+InstallChain.h"
-#import "install/chain/VantInstallation+RunEvents.h"
+#import "install/status/VantInstallation+RunEvents.h"
 #import "ui/VantInstallation+AdministratorRights.h"
 #import "ui/VantInstallation+Rows.h"
 #import "WebTest.h"

@@ -5,7 +5,7 @@
 #include "download/DownloadProgress.hpp"
 #import "download/VantInstallation+WebDriver.h"
 #import "install/chain/VantInstallation+InstallChain.h"
-#import "install/chain/VantInstallation+RunEvents.h"
+#import "install/status/VantInstallation+RunEvents.h"
 #import "install/status/VantInstallation+StatusLine.h"
 
 #include "download/FinishOrder.hpp"

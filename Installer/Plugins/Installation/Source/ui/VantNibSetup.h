@@ -10,7 +10,7 @@
     IBOutlet NSMatrix *pageIndicator;
     IBOutlet NSImageView *slide;
     IBOutlet NSTextField *title;
-    IBOutlet NSTextField *text;
+    IBOutlet NSTextField *slideText;
     IBOutlet NSTextField *status;
     IBOutlet NSProgressIndicator *waitingBar;
     IBOutlet NSProgressIndicator *downloadBar;

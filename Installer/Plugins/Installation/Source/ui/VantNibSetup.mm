@@ -44,7 +44,7 @@ static void beginTextAt(CGFloat x, NSControl *control) {
 
 - (void)alignTexts {
     beginTextAt(NSMinX([[table enclosingScrollView] frame]), status);
-    for (NSControl *each in @[ title, text, link ])
+    for (NSControl *each in @[ title, slideText, link ])
         beginTextAt(rightColumn, each);
 }
 
