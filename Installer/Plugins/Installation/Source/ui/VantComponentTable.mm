@@ -172,9 +172,11 @@ static BOOL isFilled(NSString *folder) {
     (void)tableView;
     if (![cell respondsToSelector:@selector(setProgress:)])
         return;
-    // A copy of the column's cell gives up an indicator that it does not own when it takes another.
+    // A copy of the column's cell gives up an indicator that it does not own when it takes another: the reference taken
+    // here is the one that it gives up.
     if (cell != [column dataCell])
         [(id)[cell progress] retain];
+    // NOLINTNEXTLINE(clang-analyzer-osx.cocoa.RetainCount)
     [cell performSelector:@selector(setProgress:) withObject:[self indicatorOfColumn:column row:index]];
     [cell setTextColor:VantStateColour(states.state(static_cast<std::size_t>(index)))];
     VantLabel(cell, VantStateWords(states.state(static_cast<std::size_t>(index))));

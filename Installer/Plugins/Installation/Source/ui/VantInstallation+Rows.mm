@@ -59,7 +59,7 @@ static std::string keyOfAddress(NSString *address) {
 }
 
 - (std::string)keyOfPackage:(NSUInteger)position {
-    const std::string path = vant::utf8([self pathOfPackage:position]);
+    std::string path = vant::utf8([self pathOfPackage:position]);
     if ([self showsMediaRows])
         return path;
     return std::string(vant::nameBelow(path, vant::utf8(VantTemporaryPath(VantDownloadFolder))));
