@@ -1,9 +1,13 @@
 # vant_cocoa(TARGET): lets an Objective-C++ target use Foundation and AppKit, on either platform. A target that does not
 # call it has no Cocoa include path, so a rule that strays into the platform does not compile.
 if(APPLE)
+    if(CMAKE_CROSSCOMPILING)
+        include(${CMAKE_CURRENT_LIST_DIR}/macos/Stubs.cmake)
+    endif()
     function(vant_cocoa target)
         target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:OBJCXX>:-fno-objc-arc>)
         target_link_libraries(${target} PRIVATE "-framework Cocoa" "-framework Security")
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${VANT_STUBS})
     endfunction()
     return()
 endif()

@@ -1,0 +1,6 @@
+# VANT_STUBS: the stubs that programs for macOS are linked with on Debian. They are made when the build is configured, so a
+# header or a list that changes configures it again, and a stub that changes links again.
+file(GLOB_RECURSE platformFiles CONFIGURE_DEPENDS
+    ${CMAKE_CURRENT_LIST_DIR}/headers/*.h ${CMAKE_CURRENT_LIST_DIR}/symbols/* ${CMAKE_CURRENT_LIST_DIR}/sysroot)
+set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${platformFiles})
+file(GLOB_RECURSE VANT_STUBS ${CMAKE_OSX_SYSROOT}/*.tbd)

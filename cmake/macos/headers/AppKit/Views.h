@@ -1,0 +1,142 @@
+#pragma once
+#import <AppKit/Drawing.h>
+
+/// Responders, views, what scrolls and tracks, windows.
+
+NS_ASSUME_NONNULL_BEGIN
+
+@class NSEvent, NSScrollView, NSWindow;
+
+@interface NSResponder : NSObject <NSCoding>
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
+@property (nullable, assign) NSResponder *nextResponder;
+- (void)mouseDown:(NSEvent *)event;
+- (void)mouseUp:(NSEvent *)event;
+- (void)mouseEntered:(NSEvent *)event;
+- (void)mouseExited:(NSEvent *)event;
+- (void)cursorUpdate:(NSEvent *)event API_AVAILABLE(macos(10.5));
+@end
+
+typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
+    NSViewNotSizable = 0,
+    NSViewMinXMargin = 1,
+    NSViewWidthSizable = 2,
+    NSViewMaxXMargin = 4,
+    NSViewMinYMargin = 8,
+    NSViewHeightSizable = 16,
+    NSViewMaxYMargin = 32,
+};
+
+typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
+    NSTrackingMouseEnteredAndExited = 0x01,
+    NSTrackingMouseMoved = 0x02,
+    NSTrackingCursorUpdate = 0x04,
+    NSTrackingActiveWhenFirstResponder = 0x10,
+    NSTrackingActiveInKeyWindow = 0x20,
+    NSTrackingActiveInActiveApp = 0x40,
+    NSTrackingActiveAlways = 0x80,
+    NSTrackingAssumeInside = 0x100,
+    NSTrackingInVisibleRect = 0x200,
+    NSTrackingEnabledDuringMouseDrag = 0x400,
+};
+
+API_AVAILABLE(macos(10.5))
+@interface NSTrackingArea : NSObject <NSCopying, NSCoding>
+- (instancetype)initWithRect:(NSRect)rect
+                     options:(NSTrackingAreaOptions)options
+                       owner:(nullable id)owner
+                    userInfo:(nullable NSDictionary<id, id> *)userInfo;
+@property (readonly) NSRect rect;
+@end
+
+@interface NSView : NSResponder
+- (instancetype)initWithFrame:(NSRect)frame NS_DESIGNATED_INITIALIZER;
+- (nullable instancetype)initWithCoder:(NSCoder *)coder NS_DESIGNATED_INITIALIZER;
+@property NSRect frame;
+@property NSRect bounds;
+@property (readonly) NSRect visibleRect;
+@property NSAutoresizingMaskOptions autoresizingMask;
+@property (nullable, readonly, assign) NSWindow *window;
+@property (nullable, readonly, assign) NSView *superview;
+@property (copy) NSArray<__kindof NSView *> *subviews;
+@property (nullable, readonly, strong) NSScrollView *enclosingScrollView;
+@property NSInteger tag;
+@property (getter=isHidden) BOOL hidden API_AVAILABLE(macos(10.3));
+@property BOOL needsDisplay;
+@property BOOL postsFrameChangedNotifications;
+@property BOOL postsBoundsChangedNotifications;
+- (nullable __kindof NSView *)viewWithTag:(NSInteger)tag;
+- (void)addSubview:(NSView *)view;
+- (void)removeFromSuperview;
+- (void)setFrameSize:(NSSize)size;
+- (void)setFrameOrigin:(NSPoint)origin;
+- (void)setNeedsDisplayInRect:(NSRect)rect;
+- (void)drawRect:(NSRect)rect;
+- (NSPoint)convertPoint:(NSPoint)point fromView:(nullable NSView *)view;
+- (NSRect)convertRect:(NSRect)rect toView:(nullable NSView *)view;
+@end
+
+@interface NSView (ToolTip)
+@property (nullable, copy) NSString *toolTip;
+@end
+
+@interface NSView (Tracking)
+- (void)addTrackingArea:(NSTrackingArea *)area API_AVAILABLE(macos(10.5));
+- (void)removeTrackingArea:(NSTrackingArea *)area API_AVAILABLE(macos(10.5));
+- (void)updateTrackingAreas API_AVAILABLE(macos(10.5));
+@property (readonly, copy) NSArray<NSTrackingArea *> *trackingAreas API_AVAILABLE(macos(10.5));
+@end
+
+@interface NSView (Accessibility)
+- (void)setAccessibilityLabel:(nullable NSString *)label API_AVAILABLE(macos(10.10));
+@end
+
+PLATFORM_EXPORT NSNotificationName const NSViewBoundsDidChangeNotification;
+PLATFORM_EXPORT NSNotificationName const NSViewFrameDidChangeNotification;
+
+@interface NSClipView : NSView
+@end
+
+@interface NSScrollView : NSView
+- (void)tile;
+@property (strong) NSClipView *contentView;
+@property (nullable, strong) __kindof NSView *documentView;
+@end
+
+typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
+    NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskTitled = 1,
+    NSWindowStyleMaskClosable = 2,
+    NSWindowStyleMaskMiniaturizable = 4,
+    NSWindowStyleMaskResizable = 8,
+};
+
+typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
+    NSBackingStoreBuffered = 2,
+};
+
+@protocol NSWindowDelegate <NSObject>
+@optional
+- (BOOL)windowShouldClose:(NSWindow *)window;
+- (void)windowWillClose:(NSNotification *)notification;
+@end
+
+@interface NSWindow : NSResponder
+- (instancetype)initWithContentRect:(NSRect)rect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backing
+                              defer:(BOOL)deferred NS_DESIGNATED_INITIALIZER;
+@property (copy) NSString *title;
+@property (nullable, strong) __kindof NSView *contentView;
+@property (nullable, assign) id<NSWindowDelegate> delegate;
+@property (getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
+@property NSSize contentMinSize API_AVAILABLE(macos(10.3));
+@property (nullable, assign) NSView *initialFirstResponder;
+- (void)center;
+- (void)makeKeyAndOrderFront:(nullable id)sender;
+@end
+
+@interface NSBox : NSView
+@end
+
+NS_ASSUME_NONNULL_END
