@@ -1,0 +1,91 @@
+"""The macOS bundle as LLVM's tools tell of it. VANT_MACOS_BUILD names the build folder that it lies in."""
+
+import os
+import re
+import subprocess
+from functools import cache
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parents[2]
+SOURCE = PROJECT / "Installer/Plugins/Installation/Source"
+BUILD = Path(os.environ.get("VANT_MACOS_BUILD", PROJECT / "build/macos-cross"))
+CONTENTS = BUILD / "VantInstallation.bundle/Contents"
+BINARY = CONTENTS / "MacOS/VantInstallation"
+SLICES = {"arm64": "11.0", "x86_64": "10.13"}
+
+
+@cache
+def told(tool, *arguments):
+    command = [f"llvm-{tool}-19", *arguments, str(BINARY)]
+    return subprocess.run(command, check=True, text=True, capture_output=True).stdout
+
+
+def slices():
+    return set(told("lipo", "-archs").split())
+
+
+def load_commands(architecture):
+    return told("objdump", "--macho", "--private-headers", f"--arch={architecture}")
+
+
+def minimum_version(architecture):
+    mark = r"(?:minos|LC_VERSION_MIN_MACOSX\s+cmdsize \d+\s+version) ([\d.]+)"
+    return re.search(mark, load_commands(architecture))[1]
+
+
+def libraries(architecture):
+    return set(re.findall(r"cmd LC_LOAD_DYLIB\s+cmdsize \d+\s+name (\S+)", load_commands(architecture)))
+
+
+def imports(architecture):
+    """Pairs of a symbol and the library that it is to come from."""
+    lines = told("nm", "-m", "-u", "-arch", architecture).splitlines()
+    return {re.search(r"external (\S+) \((?:from )?(.+)\)", line).groups() for line in lines if line}
+
+
+def exports(architecture):
+    lines = told("nm", "-g", "--defined-only", "-arch", architecture).splitlines()
+    return {line.split()[-1] for line in lines if line}
+
+
+class Methods:
+    """What the binary has: classes, categories, methods with the encoding of their types."""
+
+    def __init__(self, architecture):
+        text = told("objdump", "--macho", "--objc-meta-data", f"--arch={architecture}")
+        own = re.search(r"__objc_classlist\) section\n(.*?)^Contents of", text, re.DOTALL | re.MULTILINE)[1]
+        self.classes = set(re.findall(r"^[0-9a-f]{16} 0x\w+ _OBJC_CLASS_\$_(\w+)$", own, re.MULTILINE))
+        found = re.findall(r"types 0x\w+ (\S+)\n\s+imp ([-+])\[(\w+)(?:\((\w+)\))? (\S+)\]", text)
+        self.types = {(sign, name, selector): types for types, sign, name, _, selector in found}
+        self.categories = {f"{name}({category})" for _, _, name, category, _ in found if category}
+
+
+methods = cache(Methods)
+
+
+def stub(library):
+    """The symbols that a library's stub offers, as a binary names them."""
+    path = next(BUILD.parent.glob(f"macos-sysroot/**/{library}.tbd"))
+    text = path.read_text()
+
+    def block(key):
+        names = re.search(rf"{key}: \[ (.*?) \]", text)
+        return re.findall(r"'([^']+)'", names[1]) if names else []
+
+    offered = set(block("symbols"))
+    for name in block("objc-classes"):
+        offered |= {f"_OBJC_CLASS_$_{name}", f"_OBJC_METACLASS_$_{name}"}
+    return offered | {f"_OBJC_EHTYPE_$_{name}" for name in block("objc-eh-types")}
+
+
+def listed(name):
+    """The symbols of one of the kept lists."""
+    lines = (PROJECT / "cmake/macos/symbols" / name).read_text().splitlines()
+    return {f"_{line.split()[0]}" for line in lines if line and not line.startswith("#")}
+
+
+def offered(library):
+    if library != "libSystem":
+        return stub(library)
+    # Its stub is the platform's own and has thousands of names; what is used of them is listed. The linker adds one.
+    return listed("libSystem") | {"dyld_stub_binder"}
