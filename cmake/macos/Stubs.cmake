@@ -4,3 +4,6 @@ file(GLOB_RECURSE platformFiles CONFIGURE_DEPENDS
     ${CMAKE_CURRENT_LIST_DIR}/headers/*.h ${CMAKE_CURRENT_LIST_DIR}/symbols/* ${CMAKE_CURRENT_LIST_DIR}/sysroot)
 set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${platformFiles})
 file(GLOB_RECURSE VANT_STUBS ${CMAKE_OSX_SYSROOT}/*.tbd)
+
+# Each slice is compiled for the oldest system that it meets, as on a Mac, and hears of what that one calls deprecated.
+add_compile_options("SHELL:-Xarch_arm64 -mmacosx-version-min=11.0")

@@ -95,7 +95,7 @@ PLATFORM_EXPORT NSString *NSStringFromSelector(SEL operation);
 PLATFORM_EXPORT Class _Nullable NSClassFromString(NSString *name);
 PLATFORM_EXPORT SEL NSSelectorFromString(NSString *name);
 
-@class NSCoder, NSMethodSignature;
+@class NSCoder;
 
 @protocol NSCopying
 - (id)copyWithZone:(nullable NSZone *)zone;

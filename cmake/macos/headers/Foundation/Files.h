@@ -42,7 +42,7 @@ typedef NSString *NSFileAttributeKey;
 @end
 
 @interface NSFileHandle : NSObject
-- (void)closeFile;
+- (void)closeFile API_DEPRECATED("Use -closeAndReturnError: instead", macos(10.0, 27.0));
 @end
 
 @interface NSFileHandle (Making)

@@ -8,7 +8,7 @@
 typedef long NSInteger;
 typedef unsigned long NSUInteger;
 
-@class NSInvocation, NSString;
+@class NSMethodSignature, NSString;
 
 #pragma clang assume_nonnull begin
 
@@ -49,6 +49,8 @@ __attribute__((objc_root_class))
 - (void)dealloc;
 - (id)copy;
 - (id)mutableCopy;
+- (NSMethodSignature *)methodSignatureForSelector:(SEL)operation;
+- (void)doesNotRecognizeSelector:(SEL)operation;
 @end
 
 #pragma clang assume_nonnull end
