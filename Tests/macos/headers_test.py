@@ -13,7 +13,7 @@ def deprecated():
     found = {}
     for header in sorted((FOLDER / "headers").rglob("*.h")):
         for statement in re.split(r";|\{|\}|@interface \w+", header.read_text()):
-            mark = re.search(r"API_DEPRECATED\w*\(.*?macos\(([\d.]+), ([\d.]+)\)", statement, re.DOTALL)
+            mark = re.search(r"API_DEPRECATED\w*\(.*?macos\(([\d.]+),\s+([\d.]+)\)", statement, re.DOTALL)
             if mark:
                 found[named(statement[:mark.start()])] = mark.groups()
     return found

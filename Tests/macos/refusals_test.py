@@ -24,11 +24,10 @@ def compiler():
     and output."""
     for entry in json.loads((bundle.BUILD / "compile_commands.json").read_text()):
         if entry["file"].endswith(".mm"):
-            words = entry["command"].split()
-            start = next(i for i, word in enumerate(words) if "clang++" in word)
-            words = words[start:words.index("-o")]
-            newer = words.index("arm64")
-            return words[:newer - 1] + words[newer + 1:]
+            command = entry["command"][entry["command"].index(" --target"):].split(" -o ")[0]
+            for newer in (" -arch arm64", " -Xarch_arm64 -mmacosx-version-min=11.0"):
+                command = command.replace(newer, "")
+            return ["clang++-19", *command.split()]
     raise LookupError("the build compiles no operation")
 
 

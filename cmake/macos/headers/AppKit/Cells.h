@@ -12,12 +12,6 @@ typedef NS_ENUM(NSUInteger, NSControlSize) {
     NSControlSizeLarge API_AVAILABLE(macos(11.0)),
 };
 
-static const NSControlSize NSRegularControlSize API_DEPRECATED_WITH_REPLACEMENT("NSControlSizeRegular",
-                                                                                macos(10.0,
-                                                                                      10.12)) = NSControlSizeRegular;
-static const NSControlSize NSSmallControlSize API_DEPRECATED_WITH_REPLACEMENT("NSControlSizeSmall",
-                                                                              macos(10.0, 10.12)) = NSControlSizeSmall;
-
 typedef NSInteger NSControlStateValue;
 static const NSControlStateValue NSControlStateValueMixed = -1;
 static const NSControlStateValue NSControlStateValueOff = 0;

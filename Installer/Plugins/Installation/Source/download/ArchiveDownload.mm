@@ -68,7 +68,10 @@ void openDownload(const DownloadFields &fields, NSString *address) {
     VantEnsurePrivateFolder(downloadFolder());
     hold(fields.ulrList, address);
     // The field's previous download is not released: it may be running, and is let go when it ends.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     fields.filedownload = [[NSURLDownload alloc] initWithRequest:requestFor(address) delegate:fields.delegate];
+#pragma clang diagnostic pop
     hold(fields.sFilePath, destinationFor(address));
 }
 

@@ -7,7 +7,7 @@
 static NSProgressIndicator *newIndicator(NSProgressIndicatorStyle style) {
     NSProgressIndicator *indicator = [[NSProgressIndicator alloc] init];
     [indicator setStyle:style];
-    [indicator setControlSize:NSSmallControlSize];
+    [indicator setControlSize:NSControlSizeSmall];
     return indicator;
 }
 
@@ -15,10 +15,16 @@ static NSProgressIndicator *newIndicator(NSProgressIndicatorStyle style) {
     self = [super init];
     if (self == nil)
         return nil;
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     continuousProgress = newIndicator(NSProgressIndicatorSpinningStyle);
+#pragma clang diagnostic pop
     [continuousProgress startAnimation:self];
     [continuousProgress setHidden:NO];
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     discreteProgress = newIndicator(NSProgressIndicatorBarStyle);
+#pragma clang diagnostic pop
     [discreteProgress setIndeterminate:NO];
     [discreteProgress setMinValue:0.0];
     // Short of the 100 that a finished download sets, so that the bar is certain to look full then.

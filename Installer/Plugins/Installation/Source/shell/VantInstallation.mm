@@ -23,7 +23,10 @@ static NSString *const stringTable = @"Localizable-Inst";
     // The observer comes before everything else, the root class's initialiser included: hosts rely on being reachable
     // from the moment the interface description loads.
     mObserver = [model objectForKey:VantModelObserverKey];
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     if (![NSBundle loadNibNamed:@"VTInstallation" owner:self]) {
+#pragma clang diagnostic pop
         [self release];
         return nil;
     }

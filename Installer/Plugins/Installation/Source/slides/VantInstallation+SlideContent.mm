@@ -24,7 +24,10 @@ static NSString *existingSlideFile(NSString *name, id fallBack) {
 /// The text of one element of the set's slide file; nil when the file is not there or no text.
 static NSString *elementOfSlideFile(id fallBack, const char *opening, const char *closing) {
     NSString *path = existingSlideFile(slideText, fallBack);
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     NSString *content = path == nil ? nil : [NSString stringWithContentsOfFile:path];
+#pragma clang diagnostic pop
     if (content == nil)
         return nil;
     return vant::nsString(vant::textBetween(vant::utf8(content), opening, closing));

@@ -17,10 +17,13 @@ static OSStatus requestAdministratorRight(AuthorizationRef authorization) {
 /// `discardEventsMatchingMask:beforeEvent:`, but without an event to stop at it discards nothing on one platform, and
 /// it sees only what has been read from the window server.
 static void discardQueuedClicks() {
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     while ([NSApp nextEventMatchingMask:NSLeftMouseDownMask
                               untilDate:[NSDate distantPast]
                                  inMode:NSEventTrackingRunLoopMode
                                 dequeue:YES] != nil) {
+#pragma clang diagnostic pop
     }
 }
 

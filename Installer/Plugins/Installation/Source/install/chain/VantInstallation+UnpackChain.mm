@@ -122,7 +122,10 @@ static vant::ExpandedItem classified(NSString *item) {
     [self enableHostButton2:YES];
     [self showSetAsideLook];
     mNonFlatInstaller = YES;
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     [[NSWorkspace sharedWorkspace] openFile:setAsideFolder()];
+#pragma clang diagnostic pop
     if (installflag == 1)
         return;
     [[NSFileManager defaultManager] removeItemAtPath:VantTemporaryPath(VantWebSelectionFile) error:nullptr];

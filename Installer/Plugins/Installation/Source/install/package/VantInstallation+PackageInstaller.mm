@@ -102,8 +102,11 @@ private:
     std::array<char *, words.size() + 1> arguments{};
     for (std::size_t i = 0; i < words.size(); ++i)
         arguments.at(i) = words.at(i).data();
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     const int result = AuthorizationExecuteWithPrivileges(authorizationRef, vant::installerTool,
                                                           kAuthorizationFlagDefaults, arguments.data(), output);
+#pragma clang diagnostic pop
     if (result != noErr)
         [self runHasStopped];
     return result;

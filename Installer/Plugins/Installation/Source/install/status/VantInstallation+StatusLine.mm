@@ -13,9 +13,12 @@ static const std::chrono::milliseconds longestWaitForMainThread{2000};
 @implementation VantInstallation (StatusLine)
 
 - (void)showWaitingLook {
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
     [mVTPackageDownloadProg setStyle:NSProgressIndicatorBarStyle];
+#pragma clang diagnostic pop
     [mVTPackageDownloadProg setIndeterminate:NO];
-    [mVTPackageDownloadProg setControlSize:NSRegularControlSize];
+    [mVTPackageDownloadProg setControlSize:NSControlSizeRegular];
     [mVTPackageDownloadProg setMinValue:0.0];
     [mVTPackageDownloadProg setMaxValue:100.0];
     [mVTPackageDownloadProg startAnimation:self];
@@ -56,7 +59,7 @@ static const std::chrono::milliseconds longestWaitForMainThread{2000};
     [mVTPackageDownloadProg setHidden:YES];
     [mProgressInfoTF setStringValue:@""];
     [mVTPackageInstallationProg setIndeterminate:NO];
-    [mVTPackageInstallationProg setControlSize:NSRegularControlSize];
+    [mVTPackageInstallationProg setControlSize:NSControlSizeRegular];
     [mVTPackageInstallationProg startAnimation:self];
     [mVTPackageInstallationProgDummy setHidden:YES];
     [mVTPackageInstallationProg setHidden:NO];
