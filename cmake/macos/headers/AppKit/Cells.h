@@ -34,6 +34,9 @@ static const NSControlStateValue NSControlStateValueOn = 1;
 @property (getter=isBordered) BOOL bordered;
 @property (getter=isSelectable) BOOL selectable;
 @property (getter=isEditable) BOOL editable;
+@property NSLineBreakMode lineBreakMode API_AVAILABLE(macos(10.5));
+@property (readonly) NSSize cellSize;
+- (NSRect)titleRectForBounds:(NSRect)bounds;
 - (void)drawInteriorWithFrame:(NSRect)frame inView:(NSView *)view;
 - (void)drawWithFrame:(NSRect)frame inView:(NSView *)view;
 @end

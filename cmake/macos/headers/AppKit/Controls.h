@@ -6,6 +6,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSControl : NSView
+@property (nullable, strong) __kindof NSCell *cell;
 @property (nullable, weak) id target;
 @property (nullable) SEL action;
 @property (getter=isEnabled) BOOL enabled;
@@ -58,6 +59,7 @@ typedef NS_ENUM(NSUInteger, NSMatrixMode) {
 - (nullable __kindof NSCell *)cellAtRow:(NSInteger)row column:(NSInteger)column;
 - (void)selectCellAtRow:(NSInteger)row column:(NSInteger)column;
 - (void)deselectAllCells;
+- (void)setToolTip:(nullable NSString *)text forCell:(NSCell *)cell;
 @end
 
 typedef NS_ENUM(NSUInteger, NSProgressIndicatorStyle) {

@@ -6,6 +6,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSColor : NSObject <NSCopying>
++ (NSColor *)colorWithCalibratedRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
 @property (class, readonly, strong) NSColor *blackColor;
 @property (class, readonly, strong) NSColor *blueColor;
 @property (class, readonly, strong) NSColor *redColor;
@@ -64,6 +65,15 @@ typedef NS_OPTIONS(NSInteger, NSUnderlineStyle) {
     NSUnderlineStyleSingle = 0x01,
     NSUnderlineStyleThick = 0x02,
     NSUnderlineStyleDouble = 0x09,
+};
+
+typedef NS_ENUM(NSUInteger, NSLineBreakMode) {
+    NSLineBreakByWordWrapping,
+    NSLineBreakByCharWrapping,
+    NSLineBreakByClipping,
+    NSLineBreakByTruncatingHead,
+    NSLineBreakByTruncatingTail,
+    NSLineBreakByTruncatingMiddle,
 };
 
 typedef NS_ENUM(NSInteger, NSTextAlignment) {

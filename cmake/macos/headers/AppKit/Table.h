@@ -37,7 +37,7 @@ typedef NSString *NSUserInterfaceItemIdentifier;
 - (BOOL)tableView:(NSTableView *)table shouldSelectRow:(NSInteger)row;
 - (NSString *)tableView:(NSTableView *)table
          toolTipForCell:(NSCell *)cell
-                   rect:(NSRect *)rect
+                   rect:(NSRectPointer)rect
             tableColumn:(nullable NSTableColumn *)column
                     row:(NSInteger)row
           mouseLocation:(NSPoint)location;
@@ -56,6 +56,7 @@ typedef NSString *NSUserInterfaceItemIdentifier;
 - (nullable NSTableColumn *)tableColumnWithIdentifier:(NSUserInterfaceItemIdentifier)identifier;
 - (void)reloadData;
 - (void)sizeLastColumnToFit;
+- (void)scrollRowToVisible:(NSInteger)row;
 - (NSRange)rowsInRect:(NSRect)rect;
 - (NSRect)rectOfRow:(NSInteger)row;
 - (NSRect)frameOfCellAtColumn:(NSInteger)column row:(NSInteger)row;

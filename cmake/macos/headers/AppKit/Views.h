@@ -95,10 +95,13 @@ PLATFORM_EXPORT NSNotificationName const NSViewBoundsDidChangeNotification;
 PLATFORM_EXPORT NSNotificationName const NSViewFrameDidChangeNotification;
 
 @interface NSClipView : NSView
+@property (nullable, strong) __kindof NSView *documentView;
+@property (readonly) NSRect documentVisibleRect;
 @end
 
 @interface NSScrollView : NSView
 - (void)tile;
+@property (readonly) NSRect documentVisibleRect;
 @property (strong) NSClipView *contentView;
 @property (nullable, strong) __kindof NSView *documentView;
 @end
@@ -132,6 +135,8 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
 @property (getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property NSSize contentMinSize API_AVAILABLE(macos(10.3));
 @property (nullable, assign) NSView *initialFirstResponder;
+@property (nullable, readonly, weak) NSResponder *firstResponder;
+- (BOOL)makeFirstResponder:(nullable NSResponder *)responder;
 - (void)center;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 @end

@@ -52,6 +52,7 @@ struct CGRect {
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 typedef CGRect NSRect;
+typedef NSRect *NSRectPointer;
 
 typedef struct _NSRange {
     NSUInteger location;
@@ -70,6 +71,30 @@ static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
     return {{x, y}, {width, height}};
 }
 
+static inline CGFloat NSMinX(NSRect rect) {
+    return rect.origin.x;
+}
+
+static inline CGFloat NSMinY(NSRect rect) {
+    return rect.origin.y;
+}
+
+static inline CGFloat NSMaxX(NSRect rect) {
+    return rect.origin.x + rect.size.width;
+}
+
+static inline CGFloat NSMaxY(NSRect rect) {
+    return rect.origin.y + rect.size.height;
+}
+
+static inline CGFloat NSWidth(NSRect rect) {
+    return rect.size.width;
+}
+
+static inline CGFloat NSHeight(NSRect rect) {
+    return rect.size.height;
+}
+
 static inline NSRange NSMakeRange(NSUInteger location, NSUInteger length) {
     return {location, length};
 }
@@ -84,6 +109,7 @@ PLATFORM_EXPORT const NSRect NSZeroRect;
 
 NS_ASSUME_NONNULL_BEGIN
 
+PLATFORM_EXPORT BOOL NSEqualPoints(NSPoint first, NSPoint second);
 PLATFORM_EXPORT BOOL NSEqualSizes(NSSize first, NSSize second);
 PLATFORM_EXPORT BOOL NSEqualRects(NSRect first, NSRect second);
 PLATFORM_EXPORT BOOL NSPointInRect(NSPoint point, NSRect rect);

@@ -18,6 +18,7 @@ typedef NS_ENUM(NSUInteger, NSURLRequestCachePolicy) {
 };
 
 @interface NSURLRequest : NSObject <NSCopying, NSMutableCopying>
+@property (nullable, readonly, copy) NSURL *URL;
 + (instancetype)requestWithURL:(NSURL *)address;
 + (instancetype)requestWithURL:(NSURL *)address
                    cachePolicy:(NSURLRequestCachePolicy)policy
@@ -58,6 +59,7 @@ typedef NS_ENUM(NSUInteger, NSURLRequestCachePolicy) {
 - (instancetype)initWithRequest:(NSURLRequest *)request
                        delegate:(nullable id<NSURLDownloadDelegate>)delegate
     API_DEPRECATED("Use NSURLSession and its download task", macos(10.3, 10.11));
+@property (readonly, copy) NSURLRequest *request;
 - (void)cancel;
 - (void)setDestination:(NSString *)path allowOverwrite:(BOOL)overwrite;
 @end

@@ -4,6 +4,13 @@
 
 @implementation BDObject
 
+// The names that follow these are not in every platform's headers.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
+static const NSProgressIndicatorStyle spinnerStyle = NSProgressIndicatorSpinningStyle;
+static const NSProgressIndicatorStyle barStyle = NSProgressIndicatorBarStyle;
+#pragma clang diagnostic pop
+
 static NSProgressIndicator *newIndicator(NSProgressIndicatorStyle style) {
     NSProgressIndicator *indicator = [[NSProgressIndicator alloc] init];
     [indicator setStyle:style];
@@ -15,16 +22,10 @@ static NSProgressIndicator *newIndicator(NSProgressIndicatorStyle style) {
     self = [super init];
     if (self == nil)
         return nil;
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wdeprecated-declarations"
-    continuousProgress = newIndicator(NSProgressIndicatorSpinningStyle);
-#pragma clang diagnostic pop
+    continuousProgress = newIndicator(spinnerStyle);
     [continuousProgress startAnimation:self];
     [continuousProgress setHidden:NO];
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wdeprecated-declarations"
-    discreteProgress = newIndicator(NSProgressIndicatorBarStyle);
-#pragma clang diagnostic pop
+    discreteProgress = newIndicator(barStyle);
     [discreteProgress setIndeterminate:NO];
     [discreteProgress setMinValue:0.0];
     // Short of the 100 that a finished download sets, so that the bar is certain to look full then.
