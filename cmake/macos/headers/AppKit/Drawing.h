@@ -76,17 +76,4 @@ typedef NS_ENUM(NSUInteger, NSLineBreakMode) {
     NSLineBreakByTruncatingMiddle,
 };
 
-typedef NS_ENUM(NSInteger, NSTextAlignment) {
-    NSTextAlignmentLeft = 0,
-#if defined(__arm64__)
-    NSTextAlignmentCenter = 1,
-    NSTextAlignmentRight = 2,
-#else
-    NSTextAlignmentRight = 1,
-    NSTextAlignmentCenter = 2,
-#endif
-    NSTextAlignmentJustified = 3,
-    NSTextAlignmentNatural = 4,
-};
-
 NS_ASSUME_NONNULL_END

@@ -7,6 +7,8 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSURL : NSObject <NSCopying>
 + (nullable instancetype)URLWithString:(NSString *)address;
++ (nullable instancetype)URLWithString:(NSString *)address
+             encodingInvalidCharacters:(BOOL)encoding API_AVAILABLE(macos(14.0));
 + (NSURL *)fileURLWithPath:(NSString *)path;
 @property (nullable, readonly, copy) NSString *absoluteString;
 @property (nullable, readonly, copy) NSString *path;

@@ -13,6 +13,7 @@ enum : NSStringEncoding {
     NSASCIIStringEncoding = 1,
     NSUTF8StringEncoding = 4,
     NSISOLatin1StringEncoding = 5,
+    NSUnicodeStringEncoding = 10,
 };
 
 typedef NS_OPTIONS(NSUInteger, NSStringCompareOptions) {
@@ -100,6 +101,11 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
          atomically:(BOOL)atomically
            encoding:(NSStringEncoding)encoding
               error:(NSError **)error API_AVAILABLE(macos(10.4));
+@end
+
+@interface NSString (PropertyLists)
+- (id)propertyList;
+- (nullable NSDictionary *)propertyListFromStringsFileFormat;
 @end
 
 @interface NSString (Paths)

@@ -47,9 +47,18 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 
 @interface NSData (Making)
++ (instancetype)data;
 + (instancetype)dataWithBytes:(nullable const void *)bytes length:(NSUInteger)length;
 + (nullable instancetype)dataWithContentsOfFile:(NSString *)path;
 - (BOOL)writeToFile:(NSString *)path atomically:(BOOL)atomically;
+@end
+
+@interface NSMutableData : NSData
+@end
+
+@interface NSMutableData (Changing)
+- (void)appendBytes:(const void *)bytes length:(NSUInteger)length;
+- (void)appendData:(NSData *)data;
 @end
 
 @interface NSDate : NSObject <NSCopying>

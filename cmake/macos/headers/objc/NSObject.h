@@ -50,6 +50,7 @@ __attribute__((objc_root_class))
 - (id)copy;
 - (id)mutableCopy;
 - (NSMethodSignature *)methodSignatureForSelector:(SEL)operation;
+- (IMP)methodForSelector:(SEL)operation;
 - (void)doesNotRecognizeSelector:(SEL)operation;
 @end
 
