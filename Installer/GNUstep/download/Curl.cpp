@@ -95,6 +95,9 @@ void CurlSource::addBody() {
 DownloadError CurlSource::resume() {
     yielded_ = false;
     const auto result = curl_easy_pause(easy_, CURLPAUSE_CONT);
+    // No connection is left to go on with: the transfer has ended meanwhile, and how is still to be collected.
+    if (result == CURLE_BAD_FUNCTION_ARGUMENT)
+        return DownloadError::none;
     return errorForHandle(easy_, result);
 }
 
