@@ -19,6 +19,8 @@ protected:
     std::string offer(const std::string &target, std::string body);
     /// Selects an address that the server need not know.
     void offerAddress(const std::string &address);
+    /// Selects nothing any more; the server goes on answering.
+    void forgetOffers();
     /// Starts every selected download in order, as the web view does.
     void startAll();
     /// Starts the one download and waits until it has finished or failed for good.

@@ -67,6 +67,11 @@ void WebSite::offerAddress(const std::string &address) {
     [field<NSMutableArray *>(pane, "selectedarrXML") addObject:entry(@"Print Driver", ns(address))];
 }
 
+void WebSite::forgetOffers() {
+    addresses_.clear();
+    [field<NSMutableArray *>(pane, "selectedarrXML") removeAllObjects];
+}
+
 void WebSite::startAll() {
     for (const std::string &address : addresses_)
         [pane webDriverDownloading:ns(address)];

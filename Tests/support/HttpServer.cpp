@@ -8,6 +8,7 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <optional>
+#include <random>
 #include <stdexcept>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -142,6 +143,16 @@ std::string chunk(std::string_view piece) {
     return std::string(size.data(), end).append("\r\n").append(piece).append("\r\n");
 }
 
+/// How long the reply's line takes for a piece.
+std::chrono::microseconds lineTime(const HttpReply &reply, std::size_t length) {
+    if (reply.bytesPerSecond <= 0)
+        return 0us;
+    thread_local std::minstd_rand random(std::random_device{}());
+    const double factor = std::uniform_real_distribution(1 - reply.jitter, 1 + reply.jitter)(random);
+    const std::chrono::duration<double> time(factor * static_cast<double>(length) / reply.bytesPerSecond);
+    return std::chrono::duration_cast<std::chrono::microseconds>(time);
+}
+
 void resetOnClose(int socket) {
     const linger now{.l_onoff = 1, .l_linger = 0};
     ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &now, sizeof now);
@@ -255,7 +266,7 @@ bool HttpServer::sendBody(int socket, const HttpReply &reply) {
         if (!(reply.framing == Framing::chunked ? sendAll(socket, chunk(piece)) : sendAll(socket, piece)))
             return false;
         at += piece.size();
-        pause(reply.pieceDelay);
+        pause(reply.pieceDelay + lineTime(reply, piece.size()));
     }
     switch (reply.fault) {
     case Fault::none:
@@ -272,10 +283,10 @@ bool HttpServer::sendBody(int socket, const HttpReply &reply) {
     return false;
 }
 
-void HttpServer::pause(std::chrono::milliseconds time) const {
+void HttpServer::pause(std::chrono::microseconds time) const {
     const auto end = std::chrono::steady_clock::now() + time;
-    while (!stopping_ && std::chrono::steady_clock::now() < end)
-        std::this_thread::sleep_for(std::min<std::chrono::milliseconds>(time, 5ms));
+    for (auto now = end - time; !stopping_ && now < end; now = std::chrono::steady_clock::now())
+        std::this_thread::sleep_until(std::min(end, now + 5ms));
 }
 
 void HttpServer::stall() const {

@@ -54,6 +54,10 @@ struct HttpReply {
     std::chrono::milliseconds delay{0};
     std::chrono::milliseconds pieceDelay{0};
     std::uint64_t pieceLength = 64UL * 1024;
+    /// Speed of this reply's line, 0 for as fast as it goes. Each piece takes longer or shorter by up to the share
+    /// `jitter` (0 to 1) of its time.
+    double bytesPerSecond = 0;
+    double jitter = 0;
     /// Sent as they are instead of a header; empty for a proper one.
     std::string rawHeader;
 };
@@ -101,7 +105,7 @@ private:
     [[nodiscard]] HttpReply replyTo(const HttpRequest &request);
     [[nodiscard]] bool answer(int socket, const HttpRequest &request, const HttpReply &reply);
     [[nodiscard]] bool sendBody(int socket, const HttpReply &reply);
-    void pause(std::chrono::milliseconds time) const;
+    void pause(std::chrono::microseconds time) const;
     void stall() const;
 
     int listener_ = -1;
