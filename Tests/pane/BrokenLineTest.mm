@@ -44,7 +44,7 @@ protected:
         line.faulty.body = body;
         line.faulty.framing = framing;
         line.faults = always;
-        line.faultyArrives = true;
+        line.faultyEnd = Line::End::Arrives;
         return line;
     }
 
@@ -62,6 +62,24 @@ protected:
         }
     }
 
+    /// The archive started last is whole early, but its finish is held by line 1, whose file was made before. Line 0
+    /// breaks meanwhile, and the retry writes the archive started last anew, by its faulty reply.
+    std::vector<Line> linesWithARetryOfAHeldArchive() const {
+        std::vector<Line> lines = soundLines(3);
+        lines[0] = brokenAtHalf(0, Fault::close, always);
+        lines[0].faulty.beforeHeader = [] { holdUntil([] { return isWhole(2); }); };
+        lines[1].reply.atHalf = [this] { holdUntil([this] { return triesFor(2) > 1 && !isWhole(2); }); };
+        lines[2].reply.beforeHeader = [] { holdUntil([] { return fs::exists(fileOf(1)); }); };
+        lines[2].soundTries = 1;
+        lines[2].faults = always;
+        return lines;
+    }
+    /// Whether a sound archive lies complete in the download folder.
+    static bool isWhole(std::size_t number) {
+        std::error_code none;
+        return fs::file_size(fileOf(number), none) == archive(number, size).size();
+    }
+
     static constexpr int always = 99;
 };
 
@@ -69,7 +87,7 @@ TEST_F(BrokenLine, AnErrorPageLosesItsOwnArchiveAlone) {
     for (const std::size_t count : {2U, 3U, 10U, 30U}) {
         expectAtEachPlace(
             count, [](std::size_t place) { return answeredBy(place, 404, "<html>not here</html>", Framing::length); });
-        EXPECT_EQ(lost(), Numbers{count - 1}) << "the last place came last";
+        EXPECT_EQ(lost(), Numbers{count - 1}) << "in the run whose last line was broken";
     }
 }
 
@@ -78,7 +96,7 @@ TEST_F(BrokenLine, AnArchiveCutWithoutAWordLosesItselfAlone) {
         expectAtEachPlace(count, [](std::size_t place) {
             return answeredBy(place, 200, archive(place, size).substr(0, size / 2), Framing::close);
         });
-        EXPECT_EQ(lost(), Numbers{count - 1}) << "the last place came last";
+        EXPECT_EQ(lost(), Numbers{count - 1}) << "in the run whose last line was broken";
     }
 }
 
@@ -104,4 +122,45 @@ TEST_F(BrokenLine, ALineThatIsBetterTheNextTimeLosesNothingWhenItWasTheLast) {
             EXPECT_EQ(triesFor(count - 1), times + 1);
             EXPECT_EQ(created().size(), count + static_cast<std::size_t>(times));
         }
+}
+
+// What waits for what, moment by moment
+
+TEST_F(BrokenLine, AHeldFinishIsReleasedByTheFailureThatItWaitedFor) {
+    // The first to have a file ends last, in a failure that is never retried: its coded body is not whole.
+    std::vector<Line> lines = soundLines(2);
+    lines[0].faulty.body = gzipStored(lines[0].reply.body).substr(0, size / 2);
+    lines[0].faulty.fields = {{"Content-Encoding", "gzip"}};
+    lines[0].faulty.pieceLength = 1'000;
+    lines[0].faulty.atHalf = [] { holdUntil([] { return isWhole(1); }); };
+    lines[0].faultyEnd = Line::End::IsFinal;
+    lines[0].faults = always;
+    lines[1].reply.beforeHeader = [] { holdUntil([] { return fs::exists(fileOf(0)); }); };
+    ASSERT_TRUE(run(lines));
+    expectNoMoreLostThanTheFailuresCost();
+    EXPECT_EQ(created(), (Texts{nameOf(0), nameOf(1)}));
+    EXPECT_EQ(lost(), (Numbers{0, 1})) << "the one finish opens the failed file's place";
+}
+
+TEST_F(BrokenLine, AnArchiveThatARetryWritesAnewIsExpandedOnceItIsWholeAgain) {
+    std::vector<Line> lines = linesWithARetryOfAHeldArchive();
+    lines[2].faulty = std::exchange(lines[2].reply, sound(2).reply);
+    lines[2].faultyEnd = Line::End::Arrives;
+    lines[2].soundTries = 0;
+    lines[2].faults = 1;
+    lines[2].reply.atHalf = [] { holdUntil([] { return fs::exists(downloads() / "1"); }); };
+    ASSERT_TRUE(run(lines));
+    expectNoMoreLostThanTheFailuresCost();
+    EXPECT_EQ(created(), (Texts{nameOf(1), nameOf(2), nameOf(0), nameOf(2)}));
+    EXPECT_EQ(lost(), Numbers{0});
+}
+
+TEST_F(BrokenLine, ARetryThatFailsTakesTheArchiveThatItWroteAnewWithIt) {
+    std::vector<Line> lines = linesWithARetryOfAHeldArchive();
+    lines[2].faulty = brokenAtHalf(2, Fault::close, always).faulty;
+    ASSERT_TRUE(run(lines));
+    expectNoMoreLostThanTheFailuresCost();
+    EXPECT_EQ(created(), (Texts{nameOf(1), nameOf(2), nameOf(0), nameOf(2), nameOf(2)}));
+    EXPECT_EQ(expansions().back().found, Found::Nothing);
+    EXPECT_EQ(lost(), (Numbers{0, 2}));
 }

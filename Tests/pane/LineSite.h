@@ -1,18 +1,29 @@
 #pragma once
 #include "WebSite.h"
 
+#include <algorithm>
 #include <mutex>
 
 namespace vant::test {
 
 /// An archive that the site offers, and how its line behaves.
 struct Line {
+    /// How a reply ends for the download: with a file, as an error page does too, or with a failure.
+    enum class End { Arrives, IsRetried, IsFinal };
+
     HttpReply reply;
-    /// What the first so many requests get instead.
     HttpReply faulty = {};
+    End faultyEnd = End::IsRetried;
+    /// So many requests get `reply`, then so many `faulty`, and all others `reply` again.
+    int soundTries = 0;
     int faults = 0;
-    /// Whether the faulty reply, too, brings a file to its end: an error page does, a cut line does not.
-    bool faultyArrives = false;
+
+    /// Whether the request of this number, from 1, gets the faulty reply.
+    [[nodiscard]] bool isFaulty(int request) const { return request > soundTries && request <= soundTries + faults; }
+    /// Faulty replies among so many.
+    [[nodiscard]] std::size_t faultyOf(int requests) const {
+        return static_cast<std::size_t>(std::clamp(requests - soundTries, 0, faults));
+    }
 };
 
 /// What lay in an archive's place when the archive was to be expanded.
@@ -57,6 +68,8 @@ private:
     void reset();
     [[nodiscard]] HttpReply replyOf(std::size_t number);
     [[nodiscard]] std::size_t replies() const;
+    /// Faulty replies that ended so.
+    [[nodiscard]] std::size_t faultyReplies(Line::End end) const;
     /// Replies that bring a file to its end.
     [[nodiscard]] std::size_t arrivals() const;
     [[nodiscard]] bool allEnded() const;
@@ -65,8 +78,5 @@ private:
     mutable std::mutex mutex_;
     std::vector<int> tries_; ///< of each line, under the mutex
 };
-
-/// Keeps a thread of the server waiting for a condition, for a bounded time.
-void holdUntil(const std::function<bool()> &condition);
 
 } // namespace vant::test

@@ -48,4 +48,7 @@ private:
     Snapshot before_;
 };
 
+/// Keeps a thread of the server waiting for a condition, for a bounded time.
+void holdUntil(const std::function<bool()> &condition);
+
 } // namespace vant::test

@@ -4,7 +4,9 @@
 
 #include "Jail.hpp"
 
+#include <chrono>
 #include <functional>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -121,6 +123,17 @@ std::vector<std::string> WebSite::downloaded() {
     }
     std::sort(names.begin(), names.end());
     return names;
+}
+
+void holdUntil(const std::function<bool()> &condition) {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::seconds(20);
+    for (bool holds = false; !holds && Clock::now() < end;) {
+        @autoreleasepool {
+            holds = condition();
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
 }
 
 } // namespace vant::test

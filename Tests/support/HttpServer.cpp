@@ -252,6 +252,8 @@ HttpReply HttpServer::replyTo(const HttpRequest &request) {
 
 bool HttpServer::answer(int socket, const HttpRequest &request, const HttpReply &reply) {
     pause(reply.delay);
+    if (reply.beforeHeader)
+        reply.beforeHeader();
     if (!sendAll(socket, headerOf(reply)))
         return false;
     if (request.method == "HEAD")
@@ -265,6 +267,8 @@ bool HttpServer::sendBody(int socket, const HttpReply &reply) {
         const auto piece = pieceOf(reply, at, std::min(reply.pieceLength, length - at));
         if (!(reply.framing == Framing::chunked ? sendAll(socket, chunk(piece)) : sendAll(socket, piece)))
             return false;
+        if (reply.atHalf && at < length / 2 && at + piece.size() >= length / 2)
+            reply.atHalf();
         at += piece.size();
         pause(reply.pieceDelay + lineTime(reply, piece.size()));
     }

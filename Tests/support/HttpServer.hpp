@@ -58,6 +58,9 @@ struct HttpReply {
     /// `jitter` (0 to 1) of its time.
     double bytesPerSecond = 0;
     double jitter = 0;
+    /// Called before the header and when half of the body is out; what follows waits until they return.
+    std::function<void()> beforeHeader;
+    std::function<void()> atHalf;
     /// Sent as they are instead of a header; empty for a proper one.
     std::string rawHeader;
 };
