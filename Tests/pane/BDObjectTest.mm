@@ -4,6 +4,20 @@
 
 using namespace vant::test;
 
+/// A download that only knows how often it was cancelled.
+@interface VantCancelCounter : NSObject {
+@public
+    int cancels;
+}
+- (void)cancel;
+@end
+
+@implementation VantCancelCounter
+- (void)cancel {
+    ++cancels;
+}
+@end
+
 /// A row of the download table, and its part as a download's delegate.
 class DownloadRow : public PaneTest {
 protected:
@@ -200,4 +214,14 @@ TEST_F(DownloadRow, ACancelledDownloadIsMarkedAndShowsNothing) {
     EXPECT_EQ(text([row getCancelstatus]), "CancelDownload");
     EXPECT_EQ(barValue(), 0.0);
     EXPECT_EQ([row discreteProgressDoubleValue], 0.0);
+}
+
+TEST_F(DownloadRow, CancellingStopsItsDownloadAndGivesItUp) {
+    VantCancelCounter *download = [[VantCancelCounter alloc] init];
+    field<id>(row, "filedownload") = [download retain];
+    [row CancelDownload];
+    EXPECT_EQ(download->cancels, 1);
+    EXPECT_EQ([download retainCount], 1U);
+    EXPECT_EQ(field<id>(row, "filedownload"), nil);
+    [download release];
 }

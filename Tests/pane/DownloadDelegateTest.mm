@@ -96,6 +96,63 @@ TEST_F(DownloadDelegate, ReportsNoProgressWithoutALength) {
     EXPECT_EQ(field<long long>(pane, "downloadedSoFar"), 1000);
 }
 
+TEST_F(DownloadDelegate, AResponseOfLengthZeroKeepsTheCount) {
+    field<BOOL>(pane, "downloadIsIndeterminate") = YES;
+    respond(100);
+    EXPECT_EQ(field<BOOL>(pane, "downloadIsIndeterminate"), NO);
+    receive(30);
+    field<BOOL>(pane, "downloadIsIndeterminate") = YES;
+    respond(0);
+    EXPECT_EQ(field<long long>(pane, "downloadedSoFar"), 30) << "the data of the others is still counted";
+    EXPECT_EQ(field<BOOL>(pane, "downloadIsIndeterminate"), YES);
+    EXPECT_EQ(field<long long>(pane, "expectedContentLength"), 0);
+}
+
+TEST_F(DownloadDelegate, AResponseWithoutALengthKeepsTheCount) {
+    respond(100);
+    receive(30);
+    respond(-1);
+    EXPECT_EQ(field<long long>(pane, "downloadedSoFar"), 30);
+    EXPECT_EQ(field<long long>(pane, "expectedContentLength"), -1);
+}
+
+TEST_F(DownloadDelegate, KeepsTheFractionBesideThePercentage) {
+    respond(200);
+    receive(50);
+    EXPECT_EQ(field<float>(pane, "downloadProgress"), 0.25F);
+}
+
+TEST_F(DownloadDelegate, TheHundredIsShownOnlyAfterTheFinishWasAnnounced) {
+    static double shown[3];
+    struct Handler {
+        static void look(id self, SEL, NSNotification *) {
+            shown[0] = [field<NSProgressIndicator *>(self, "discreteProgress") doubleValue];
+            shown[1] = field<double>(self, "double_percent");
+            shown[2] = field<double>(self, "mDownloadProgress");
+        }
+    };
+    method_setImplementation(class_getInstanceMethod(paneClass(), @selector(receivedownloadNotification:)),
+                             reinterpret_cast<IMP>(&Handler::look));
+    respond(100);
+    receive(40);
+    [pane downloadDidFinish:idleDownload()];
+    EXPECT_EQ(shown[0], 0.0);
+    EXPECT_EQ(shown[1], 40.0);
+    EXPECT_EQ(shown[2], 40.0);
+    EXPECT_EQ(field<double>(pane, "double_percent"), 100.0);
+    EXPECT_EQ(field<double>(pane, "mDownloadProgress"), 100.0);
+}
+
+TEST_F(DownloadDelegate, AFinishGivesUpThatDownloadAndNoOther) {
+    NSURLDownload *ended = idleDownload();
+    NSURLDownload *startedLast = idleDownload();
+    field<NSURLDownload *>(pane, "filedownload") = startedLast;
+    [pane downloadDidFinish:ended];
+    EXPECT_EQ(field<NSURLDownload *>(pane, "filedownload"), startedLast);
+    [pane downloadDidFinish:startedLast];
+    EXPECT_EQ(field<NSURLDownload *>(pane, "filedownload"), nil);
+}
+
 TEST_F(DownloadDelegate, SurvivesProgressWhenNothingRemains) {
     processCounter("cdDownloadIndex") = 1;
     respond(100);
@@ -114,6 +171,7 @@ TEST_F(DownloadDelegate, AnnouncesItselfAndThePath) {
     EXPECT_EQ([posted object], nil);
     EXPECT_TRUE([[posted userInfo] isEqual:(@{@"Download" : pane, @"Path" : @"/tmp/x/Fax.zip"})]);
     EXPECT_EQ(text([field<NSURL *>(pane, "fileURL") path]), "/tmp/x/Fax.zip");
+    EXPECT_EQ(field<NSDictionary *>(pane, "downloadinfo"), [posted userInfo]);
 }
 
 TEST_F(DownloadDelegate, RetriesTheAddressStartedLastWhicheverFailed) {
@@ -170,9 +228,11 @@ TEST_F(DownloadDelegate, FallsBackToWhatIsThereOnceAfterThreeSeconds) {
 TEST_F(DownloadDelegate, StopsAtAnyOtherFailure) {
     for (const int code : {-1000, -1002, -1004, -1007, -1011, -3000, -3003, -999}) {
         field<int>(pane, "nRetry") = 2;
+        [discrete setDoubleValue:40.0];
         fail(code);
         EXPECT_EQ([pane getErrcodeStr], code);
         EXPECT_EQ(field<BOOL>(pane, "mInstallationInProgressStatus"), NO) << code;
+        EXPECT_EQ([discrete doubleValue], code == -3003 ? 0.0 : 40.0) << code;
     }
     EXPECT_FALSE(waitUntil([] { return counted() > 0; }, 3.5)) << "the flow went on";
 }

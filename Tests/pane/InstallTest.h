@@ -1,6 +1,8 @@
 #pragma once
 #include "PaneTest.h"
 
+#import "RecordingControls.h"
+
 namespace vant::test {
 
 /// A pane that may install: rights granted, controls of the test's own, tracing on, nothing started.
@@ -38,10 +40,10 @@ protected:
     NSMutableArray *mediaList;
     NSMutableArray *webList;
     NSMutableDictionary *outcomes;
-    NSProgressIndicator *bar;
-    NSProgressIndicator *dummyBar;
-    NSProgressIndicator *downloadBar;
-    NSTextField *statusLine;
+    VantRecordingBar *bar;
+    VantRecordingBar *dummyBar;
+    VantRecordingBar *downloadBar;
+    VantRecordingField *statusLine;
     std::filesystem::path scratch; ///< an empty folder for the test's own files
 
 private:

@@ -21,13 +21,13 @@ InstallTest::InstallTest() {
     webList = field<NSMutableArray *>(pane, "mInstallCompArrayForSmartUpdate");
     outcomes = field<NSMutableDictionary *>(pane, "mInstalledPackageDict");
     const NSRect frame = NSMakeRect(0, 0, 200, 20);
-    bar = field<NSProgressIndicator *>(pane, "mVTPackageInstallationProg") =
-        [[NSProgressIndicator alloc] initWithFrame:frame];
-    dummyBar = field<NSProgressIndicator *>(pane, "mVTPackageInstallationProgDummy") =
-        [[NSProgressIndicator alloc] initWithFrame:frame];
-    downloadBar = field<NSProgressIndicator *>(pane, "mVTPackageDownloadProg") =
-        [[NSProgressIndicator alloc] initWithFrame:frame];
-    statusLine = field<NSTextField *>(pane, "mProgressInfoTF") = [[NSTextField alloc] initWithFrame:frame];
+    field<NSProgressIndicator *>(pane, "mVTPackageInstallationProg") = bar =
+        [[VantRecordingBar alloc] initWithFrame:frame];
+    field<NSProgressIndicator *>(pane, "mVTPackageInstallationProgDummy") = dummyBar =
+        [[VantRecordingBar alloc] initWithFrame:frame];
+    field<NSProgressIndicator *>(pane, "mVTPackageDownloadProg") = downloadBar =
+        [[VantRecordingBar alloc] initWithFrame:frame];
+    field<NSTextField *>(pane, "mProgressInfoTF") = statusLine = [[VantRecordingField alloc] initWithFrame:frame];
     [bar setIndeterminate:NO];
     for (NSString *name : endings)
         [log watch:name];

@@ -72,6 +72,35 @@ TEST_F(MediaFlow, TheListIsPutIntoTheRequiredOrderAndTraced) {
     EXPECT_EQ(tracedCount("Installing start for CD Data ===>:[("), 1);
 }
 
+TEST_F(MediaFlow, TheListIsTracedInTheOrderInWhichItIsInstalled) {
+    addMedia(@"Printer Software Uninstaller", @"/m/Uninstaller.pkg");
+    addMedia(@"Print Driver", @"/m/Printer Driver.pkg");
+    followTheChain();
+    [pane InstallCDComponents:nil];
+    ASSERT_TRUE(completes());
+    const std::string written = trace();
+    const std::size_t list = written.find("Installing start for CD Data");
+    ASSERT_NE(list, std::string::npos);
+    ASSERT_NE(written.find("/m/Uninstaller.pkg", list), std::string::npos);
+    EXPECT_LT(written.find("/m/Printer Driver.pkg", list), written.find("/m/Uninstaller.pkg", list));
+}
+
+TEST_F(MediaFlow, TheStartStopsTheDownloadBarAndStartsTheInstallationBar) {
+    addMediaPackages(1);
+    [pane InstallCDComponents:nil];
+    EXPECT_TRUE([[downloadBar calls] isEqual:@[ @"stop" ]]) << text([downloadBar calls]);
+    EXPECT_TRUE([[bar calls] isEqual:@[ @"start" ]]) << text([bar calls]);
+    ASSERT_TRUE(completes());
+}
+
+TEST_F(MediaFlow, TheStartEmptiesTheStatusLineFirst) {
+    addMediaPackages(1);
+    [pane InstallCDComponents:nil];
+    NSString *installing = [NSString stringWithFormat:@"%@...", [pane localizedStringForKey:@"Installing"]];
+    EXPECT_TRUE([[statusLine texts] isEqual:(@[ @"", installing ])]) << text([statusLine texts]);
+    ASSERT_TRUE(completes());
+}
+
 TEST_F(MediaFlow, OneEntryCompletesWithoutANextPackage) {
     addMediaPackages(1);
     [pane InstallCDComponents:nil];

@@ -96,6 +96,21 @@ TEST_F(ShellTasks, AFailedCommandIsNotNoticed) {
         EXPECT_NO_THROW(run(command)) << command;
 }
 
+TEST_F(ShellTasks, ALaunchThatFailsIsTheCallersToKnow) {
+    struct Launcher {
+        static void fail(id, SEL) { [NSException raise:NSInvalidArgumentException format:@"no process"]; }
+    };
+    method_setImplementation(class_getInstanceMethod([[[[NSTask alloc] init] autorelease] class], @selector(launch)),
+                             reinterpret_cast<IMP>(&Launcher::fail));
+    NSString *raised = nil;
+    @try {
+        run("true");
+    } @catch (NSException *exception) {
+        raised = [exception reason];
+    }
+    EXPECT_EQ(text(raised), "no process");
+}
+
 TEST_F(ShellTasks, TheRunLoopStandsStillDuringACommand) {
     auto *counter = [[VantTickCounter alloc] init];
     [counter performSelector:@selector(tick:) withObject:nil afterDelay:0.0];

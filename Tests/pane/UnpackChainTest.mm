@@ -143,6 +143,24 @@ TEST_F(UnpackChain, TheLastExaminedItemsPathIsKept) {
     EXPECT_EQ(text(field<NSString *>(pane, "documentsDirectoryPath")), (downloads() / "b" / "All.mpkg").string());
 }
 
+TEST_F(UnpackChain, APassedOverItemsPathIsKeptToo) {
+    select(9);
+    for (const std::string item : {"Uninstaller.pkg", "Net Setter.app", "README"}) {
+        const fs::path folder = expandedFolder("of " + item, {item});
+        postExpanded(folder);
+        EXPECT_EQ(text(field<NSString *>(pane, "documentsDirectoryPath")), (folder / item).string());
+    }
+}
+
+TEST_F(UnpackChain, EachArchiveStartsWithBothFlagsCleared) {
+    select(9);
+    field<int>(pane, "copyflag") = 1;
+    field<int>(pane, "installflag") = 1;
+    postExpanded(expandedFolder("a", {"Fax.pkg"}));
+    EXPECT_EQ(counter("copyflag"), 0);
+    EXPECT_EQ(counter("installflag"), 0);
+}
+
 TEST_F(UnpackChain, AMissingFolderStillCountsAsOneDownload) {
     select(3);
     postExpanded(downloads() / "missing");
@@ -179,6 +197,18 @@ TEST_F(UnpackChain, TheInstallEndingSwitchesTheBarsAndInstallsAfterThreeSeconds)
     EXPECT_EQ(counted(), 0);
     ASSERT_TRUE(waitUntil([] { return counted() == 1; }));
     EXPECT_GE(-[start timeIntervalSinceNow], 2.9);
+}
+
+TEST_F(UnpackChain, TheInstallEndingStopsTheDownloadBarAndStartsTheInstallationBar) {
+    postExpanded(expandedFolder("a", {"Fax.pkg"}));
+    EXPECT_TRUE([[downloadBar calls] isEqual:@[ @"stop" ]]) << text([downloadBar calls]);
+    EXPECT_TRUE([[bar calls] isEqual:@[ @"start" ]]) << text([bar calls]);
+}
+
+TEST_F(UnpackChain, TheInstallEndingEmptiesTheStatusLineFirst) {
+    postExpanded(expandedFolder("a", {"Fax.pkg"}));
+    NSString *installing = [NSString stringWithFormat:@"%@...", [pane localizedStringForKey:@"Installing"]];
+    EXPECT_TRUE([[statusLine texts] isEqual:(@[ @"", installing ])]) << text([statusLine texts]);
 }
 
 TEST_F(UnpackChain, AFurtherNotificationAfterTheEndEndsNothingAgain) {
@@ -248,6 +278,38 @@ TEST_F(UnpackChain, TheSetAsideEndingOpensTheFolderAndInstallsNothing) {
     EXPECT_EQ(opened(), Texts{desktop().string()});
     EXPECT_FALSE(fs::exists(temporary("Vantrel/SelectedInput.plist")));
     EXPECT_FALSE(waitUntil([] { return counted() > 0; }, 3.5)) << "packages would be installed";
+}
+
+TEST_F(UnpackChain, TheSetAsideEndingStopsTheDownloadBarAlone) {
+    openNothing();
+    postExpanded(expandedFolder("a", {"Other.pkg"}));
+    EXPECT_TRUE([[downloadBar calls] isEqual:@[ @"stop" ]]) << text([downloadBar calls]);
+    EXPECT_EQ([[bar calls] count], 0U);
+}
+
+TEST_F(UnpackChain, TheSetAsideEndingKeepsTheSelectionFileWhenTheInstallFlagIsUp) {
+    static VantInstallation *shown;
+    shown = pane;
+    struct Opener {
+        static BOOL open(id, SEL, NSString *) {
+            field<int>(shown, "installflag") = 1;
+            return YES;
+        }
+    };
+    method_setImplementation(class_getInstanceMethod([NSWorkspace class], @selector(openFile:)),
+                             reinterpret_cast<IMP>(&Opener::open));
+    writeWebSelection(@[]);
+    postExpanded(expandedFolder("a", {"Other.pkg"}));
+    EXPECT_EQ(counter("installflag"), 1);
+    EXPECT_TRUE(fs::exists(temporary("Vantrel/SelectedInput.plist")));
+}
+
+TEST_F(UnpackChain, WithoutADesktopFolderWhatStandsInItsPlaceIsRemoved) {
+    openNothing();
+    fs::create_directory_symlink(scratch / "nowhere", desktop());
+    postExpanded(expandedFolder("a", {"Other.pkg"}));
+    EXPECT_FALSE(fs::is_symlink(desktop()));
+    EXPECT_EQ(opened(), Texts{});
 }
 
 TEST_F(UnpackChain, OnlyTheLastDownloadDecidesBetweenTheEndings) {

@@ -73,6 +73,23 @@ TEST_F(WebDriver, StartingIsAnnouncedWithThePaneUnderTest) {
     EXPECT_EQ(field<id>(pane, "TestArray"), nil);
 }
 
+TEST_F(WebDriver, TheStartIsAnnouncedBeforeTheDestinationIsSet) {
+    struct Listener {
+        static void direct(id self, SEL, NSNotification *) {
+            [field<NSURLDownload *>(self, "filedownload") setDestination:ns(temporary("elsewhere")) allowOverwrite:YES];
+        }
+    };
+    method_setImplementation(class_getInstanceMethod(paneClass(), @selector(ReNotification:)),
+                             reinterpret_cast<IMP>(&Listener::direct));
+    [log watch:@"downloadinfoo"];
+    writeFile(scratch / "a.zip", "an archive");
+    [pane webDriverDownloading:ns("file://" + (scratch / "a.zip").string())];
+    ASSERT_TRUE(waitUntil([&] { return [log countOf:@"downloadinfoo"] > 0; }));
+    // A download keeps the first destination that it is given.
+    EXPECT_EQ(text([[[[log notifications] objectAtIndex:0] userInfo] objectForKey:@"Path"]),
+              temporary("elsewhere").string());
+}
+
 TEST_F(WebDriver, OnlyTheStartNotificationIsNoted) {
     [pane ReNotification:[NSNotification notificationWithName:@"another" object:nil userInfo:@{@"TEST" : pane}]];
     [pane ReNotification:[NSNotification notificationWithName:@"webDownloadStartNotification" object:nil]];
@@ -148,6 +165,7 @@ TEST_F(WebDriver, AFinishThatIsNotTheEntrysDelegateIsCountedOnly) {
 TEST_F(WebDriver, AFinishWithoutACreatedFileIsCountedOnly) {
     recordExpansions();
     finished();
+    post(@"downloadcompleted");
     EXPECT_EQ(expansions.size(), 0U);
     EXPECT_EQ(processCounter("cdDownloadIndex"), 0);
 }
@@ -259,6 +277,20 @@ TEST_F(WebDriver, TheFirstPackageIsTheOneAtTheProcessesPosition) {
     EXPECT_EQ(packages(), "/web/Uninstaller.pkg\n");
 }
 
+TEST_F(WebDriver, TheFirstPackageStartsOnAThreadOfItsOwn) {
+    addWeb(@"a", @"/web/Uninstaller.pkg");
+    [pane InstallWebComponents:nil];
+    ASSERT_TRUE(completes());
+    ASSERT_EQ([[log threads] count], 1U);
+    EXPECT_NE([[log threads] lastObject], [NSThread mainThread]);
+}
+
+TEST_F(WebDriver, AnotherNotificationIsNeitherAFileNorAFinish) {
+    [pane receivedownloadNotification:[NSNotification notificationWithName:@"another" object:nil]];
+    EXPECT_EQ([field<NSArray *>(pane, "myMutableArray") count], 0U);
+    EXPECT_EQ([field<NSArray *>(pane, "downloadcompletedcountArr") count], 0U);
+}
+
 // Next and finish
 
 TEST_F(WebDriver, TheNextPackageStartsOnAThreadOfItsOwn) {
@@ -293,6 +325,13 @@ TEST_F(WebDriver, CompletionOnAnInstallerThreadShowsItsTextFromTheMainOne) {
     EXPECT_EQ([observer countOf:@"continueToNextPlugin"], 1U);
     EXPECT_EQ(statusText(), "before");
     EXPECT_TRUE(waitUntil([&] { return statusText() == "All done"; }));
+}
+
+TEST_F(WebDriver, CompletionStopsTheInstallationBarAlone) {
+    for (NSString *name in @[ @"SUInstallComplete", @"CDInstallComplete" ])
+        post(name);
+    EXPECT_TRUE([[bar calls] isEqual:(@[ @"stop", @"stop" ])]) << text([bar calls]);
+    EXPECT_EQ([[downloadBar calls] count], 0U);
 }
 
 TEST_F(WebDriver, AnObserverThatCannotGoOnIsNotAskedTo) {
