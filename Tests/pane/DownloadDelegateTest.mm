@@ -182,6 +182,7 @@ TEST_F(DownloadDelegate, RetriesTheAddressStartedLastWhicheverFailed) {
     NSURLDownload *second = field<NSURLDownload *>(pane, "filedownload");
     [second cancel];
     [pane download:first didFailWithError:urlError(-1005)];
+    EXPECT_NE(field<NSURLDownload *>(pane, "filedownload"), second) << "a download is not started twice";
     EXPECT_EQ(text([[[field<NSURLDownload *>(pane, "filedownload") request] URL] absoluteString]),
               "http://127.0.0.1:1/second.zip");
     EXPECT_EQ(text(field<NSString *>(pane, "sFilePath")), (downloads() / "second.zip").string());
