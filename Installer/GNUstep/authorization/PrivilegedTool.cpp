@@ -1,8 +1,8 @@
 #include "GNUstep/authorization/PrivilegedTool.hpp"
 
 #include "GNUstep/authorization/ChildEndings.hpp"
-#include "GNUstep/process/Uninterrupted.hpp"
 #include "GNUstep/files/Descriptor.hpp"
+#include "GNUstep/process/Uninterrupted.hpp"
 
 #include <array>
 #include <chrono>

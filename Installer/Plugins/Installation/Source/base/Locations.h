@@ -12,8 +12,8 @@ extern NSString *const VantProfilesFolder;      ///< where colour profiles are s
 /// The full path of a path under the process's temporary folder.
 NSString *VantTemporaryPath(NSString *relativePath);
 
-/// Makes sure that a folder is there, with those above it. NO when there is none afterwards: not every platform's answer
-/// to the creation tells of a file in the folder's place.
+/// Makes sure that a folder is there, with those above it. NO when there is none afterwards: not every platform's
+/// answer to the creation tells of a file in the folder's place.
 BOOL VantEnsureFolder(NSString *path);
 
 /// As above; what is made is the user's alone (mode 0700).
