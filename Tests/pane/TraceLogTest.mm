@@ -157,6 +157,7 @@ TEST_F(TraceLog, ConcurrentEntriesAreAllKeptWhole) {
     constexpr int threadCount = 6;
     constexpr int entryCount = 20;
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int t = 0; t < threadCount; ++t)
         threads.emplace_back([this, t] {
             for (int i = 0; i < entryCount; ++i) {

@@ -74,7 +74,7 @@ fs::path WebTest::desktop() {
 }
 
 fs::path WebTest::expandedFolder(std::string_view name, const std::vector<std::string> &items) {
-    const fs::path folder = downloads() / name;
+    fs::path folder = downloads() / name;
     fs::create_directories(folder);
     for (const std::string &item : items)
         writeFile(folder / item, "content of " + item);

@@ -49,7 +49,7 @@ public:
         log.push_back(packageFileName + " " + words[static_cast<int>(outcome)]);
     }
     void announceWhatFollows(Flow flow) override {
-        log.push_back(flow == Flow::Web ? "announce web" : "announce media");
+        log.emplace_back(flow == Flow::Web ? "announce web" : "announce media");
     }
     void trace(std::string_view message) override { log.push_back("trace " + std::string(message)); }
 };

@@ -32,14 +32,14 @@ std::multiset<std::string> placeholders(const std::string &text) {
 
 TEST(StringTables, EveryLanguageHasEveryKeyOnceAndNoOther) {
     for (const TableName &each : tables) {
-        const std::vector<std::string> wanted = readTable(each, "en").keys;
-        ASSERT_FALSE(wanted.empty()) << each.folder << '/' << each.name;
+        const std::vector<std::string> english = readTable(each, "en").keys;
+        ASSERT_FALSE(english.empty()) << each.folder << '/' << each.name;
         for (const std::string &language : languageFolders(each.folder)) {
             std::vector<std::string> keys = readTable(each, language).keys;
             std::sort(keys.begin(), keys.end());
             EXPECT_EQ(std::adjacent_find(keys.begin(), keys.end()), keys.end()) << language << " has a key twice";
-            EXPECT_EQ(lacking(wanted, keys), Keys{}) << "missing in " << each.name << ' ' << language;
-            EXPECT_EQ(lacking(keys, wanted), Keys{}) << "only in " << each.name << ' ' << language;
+            EXPECT_EQ(lacking(english, keys), Keys{}) << "missing in " << each.name << ' ' << language;
+            EXPECT_EQ(lacking(keys, english), Keys{}) << "only in " << each.name << ' ' << language;
         }
     }
 }
