@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-namespace fs = std::filesystem;
 using namespace vant::host;
 
 TEST(HostSummary, QuotesWhatJsonCannotHold) {

@@ -1,7 +1,7 @@
 #pragma once
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <stdlib.h>
 #include <string>
 
 /// An empty folder of a test's own, removed at the end.

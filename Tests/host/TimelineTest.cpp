@@ -38,6 +38,7 @@ TEST(HostTimeline, LinesOfManyThreadsStayWholeAndInTheOrderOfTheirTimes) {
     {
         Timeline timeline(path);
         std::vector<std::thread> threads;
+        threads.reserve(4);
         for (int i = 0; i < 4; ++i)
             threads.emplace_back([&timeline] {
                 for (int j = 0; j < 100; ++j)

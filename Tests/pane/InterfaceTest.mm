@@ -181,7 +181,7 @@ TEST_F(Interface, TheKeysGoFromThePaneThroughAllItsControlsAndEndWithTheLast) {
 }
 
 TEST_F(Interface, TheTableTakesTheKeysOnlyWhenThereIsSomethingToScroll) {
-    NSTableView *list = control<NSTableView>("list1");
+    auto *list = control<NSTableView>("list1");
     for (const NSUInteger count : {2U, 50U}) {
         NSMutableArray *rows = [[NSMutableArray alloc] init];
         while ([rows count] < count)
@@ -198,8 +198,8 @@ TEST_F(Interface, AButtonThatIsDisabledUnderTheKeysHandsThemToTheOther) {
                                                      backing:NSBackingStoreBuffered
                                                        defer:NO];
     [window setContentView:[pane contentView]];
-    NSButton *next = control<NSButton>("nextButton");
-    NSButton *back = control<NSButton>("backButton");
+    auto *next = control<NSButton>("nextButton");
+    auto *back = control<NSButton>("backButton");
     [window makeFirstResponder:next];
     [pane changeImage:next];
     EXPECT_EQ((id)[window firstResponder], back);
@@ -217,14 +217,14 @@ TEST_F(Interface, ControlsWithoutATextAreDescribed) {
 }
 
 TEST_F(Interface, TheIndicatorSaysWhichPageIsUp) {
-    NSMatrix *dots = control<NSMatrix>("radioButton");
+    auto *dots = control<NSMatrix>("radioButton");
     EXPECT_EQ(text([dots toolTip]), "Page 1 of 2");
     [pane changeImage:control<NSButton>("nextButton")];
     EXPECT_EQ(text([dots toolTip]), "Page 2 of 2");
 }
 
 TEST_F(Interface, TheNameColumnFollowsTheTable) {
-    NSTableView *list = control<NSTableView>("list1");
+    auto *list = control<NSTableView>("list1");
     for (const CGFloat width : {620, 1280, 640}) {
         [[pane contentView] setFrameSize:NSMakeSize(width, 420)];
         const NSRect last = [list rectOfColumn:3];

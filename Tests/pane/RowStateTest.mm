@@ -8,7 +8,6 @@
 #include "Jail.hpp"
 
 using namespace vant::test;
-namespace fs = std::filesystem;
 
 /// The component table in a window, its rows of the test's own, and a pane that may install. What a person sees of a
 /// row is read from its indicators and from what stands in the spinner's column.

@@ -36,7 +36,11 @@ TEST(RowState, FollowsFromEveryCombinationOfFacts) {
     // Done is told by the packages alone; otherwise the end of the run, the work on the row, a loss and the arrival
     // come first in that order.
     for (int bits = 0; bits < 32; ++bits) {
-        const bool over = bits & 1, atWork = bits & 2, lost = bits & 4, arrived = bits & 8, failed = bits & 16;
+        const bool over = bits & 1;
+        const bool atWork = bits & 2;
+        const bool lost = bits & 4;
+        const bool arrived = bits & 8;
+        const bool failed = bits & 16;
         const RowFacts facts = {.arrived = arrived, .lost = lost, .packages = 1, .failed = failed ? 1U : 0U};
         const RowState expected = over             ? NotDone
                                   : atWork         ? AtWork

@@ -6,7 +6,6 @@ namespace fs = std::filesystem;
 
 namespace vant::test {
 
-using samples::componentItems;
 using samples::file;
 using samples::Filter;
 using samples::Format;
@@ -160,6 +159,7 @@ TEST_F(Installer, FailsOnAFullDisk) {
                  "a: refused, needs 1000000 bytes and has room for 262144");
     // Many small files take more than the sum of their bytes, which only the system can tell.
     std::vector<Item> small;
+    small.reserve(100);
     for (int i = 0; i < 100; ++i)
         small.push_back(file("file" + std::to_string(i), "x"));
     expectFailed(install(writeFlatPackage(package, "a", "/", small)), ": No space left on device");

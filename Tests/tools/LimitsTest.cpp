@@ -15,7 +15,7 @@ using samples::Format;
 
 namespace {
 
-constexpr long grantedKilobytes = 64 * 1024;
+constexpr long grantedKilobytes = 64L * 1024;
 
 /// Deflates pieces one after another, so that a test can make far more bytes than it has memory for.
 class Deflation {

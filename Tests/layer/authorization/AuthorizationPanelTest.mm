@@ -140,10 +140,10 @@ TEST_F(AuthorizationPanel, FitsItsTextsInEveryLanguage) {
 
 TEST_F(AuthorizationPanel, FocusIsOnTheDefaultButtonAndTabReachesCancel) {
     whileThePanelIsUp([](NSWindow *panel) {
-        NSButton *focused = (NSButton *)[panel firstResponder];
+        auto *focused = (NSButton *)[panel firstResponder];
         EXPECT_EQ([focused cell], [panel defaultButtonCell]);
         [panel selectNextKeyView:nil];
-        NSButton *next = (NSButton *)[panel firstResponder];
+        auto *next = (NSButton *)[panel firstResponder];
         EXPECT_TRUE([[next keyEquivalent] isEqual:@"\033"]);
         [next performClick:nil];
     });

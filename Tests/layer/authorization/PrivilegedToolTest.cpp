@@ -99,6 +99,7 @@ protected:
 private:
     OSStatus execute(const fs::path &tool, std::vector<std::string> &arguments, FILE **channel) {
         std::vector<char *> list;
+        list.reserve(arguments.size() + 1);
         for (std::string &argument : arguments)
             list.push_back(argument.data());
         list.push_back(nullptr);
@@ -220,7 +221,7 @@ TEST_F(PrivilegedTool, ExitCodeIsNotReported) {
 
 TEST_F(PrivilegedTool, CannotBeExecuted) {
     const auto unexecutable = writeFile(jail.path("no execute bit"), "#!/bin/sh\n");
-    const auto garbage = writeProgram(jail.path("no program"), std::string("\0\1\2 not a program", 18));
+    const auto garbage = writeProgram(jail.path("no program"), std::string("\0\1\2 not a program", 17));
     const auto textOnly = writeProgram(jail.path("no interpreter line"), "echo hello\n");
     const auto lostInterpreter = writeProgram(jail.path("lost"), "#!/no/such/interpreter\n");
     for (const fs::path &tool :

@@ -67,7 +67,7 @@ protected:
         EXPECT_EQ(AuthorizationExecuteWithPrivileges(handle, "/bin/sh", 0, arguments, nullptr), 0);
         return waitFor(ends);
     }
-    std::string marker() const { return [recorder->marker UTF8String]; }
+    [[nodiscard]] std::string marker() const { return [recorder->marker UTF8String]; }
     NSDictionary *waitFor(NSUInteger ends) {
         NSDate *limit = [NSDate dateWithTimeIntervalSinceNow:20];
         while ([recorder->exits count]<ends && [limit timeIntervalSinceNow]> 0)

@@ -16,7 +16,9 @@ class Folders : public testing::Test {
 protected:
     ~Folders() override { [pool release]; }
 
-    NSString *path(const std::string &name) const { return [NSString stringWithUTF8String:jail.path(name).c_str()]; }
+    [[nodiscard]] NSString *path(const std::string &name) const {
+        return [NSString stringWithUTF8String:jail.path(name).c_str()];
+    }
     BOOL create(const std::string &name, BOOL withParents, NSError **error = nullptr) const {
         return [files createDirectoryAtPath:path(name)
                 withIntermediateDirectories:withParents

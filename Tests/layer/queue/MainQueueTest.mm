@@ -61,7 +61,8 @@ TEST(MainQueue, WorkRunsInTheOrderOfItsThread) {
             for (int i = 0; i < perThread; ++i)
                 queueWork([&list, i] { list.push_back(i); });
         });
-    EXPECT_TRUE(runUntil([&] { return seen[0].size() + seen[1].size() == 2 * perThread; }, NSDefaultRunLoopMode, 60));
+    EXPECT_TRUE(runUntil([&] { return seen[0].size() + seen[1].size() == std::size_t{2} * perThread; },
+                         NSDefaultRunLoopMode, 60));
     for (std::thread &thread : threads)
         thread.join();
     for (const auto &list : seen)

@@ -14,6 +14,7 @@ WorkItem item(int *context) {
 
 std::vector<void *> contextsOf(const std::vector<WorkItem> &items) {
     std::vector<void *> contexts;
+    contexts.reserve(items.size());
     for (const WorkItem &each : items)
         contexts.push_back(each.context);
     return contexts;

@@ -20,7 +20,7 @@ constexpr NSTimeInterval timeOut = 60.0;
 /// Newer systems escape what may not stand in an address, and would ask for another file than the host named; where
 /// they can, they are asked not to.
 NSURL *urlAsGiven(NSString *address) {
-    const SEL asGiven = @selector(URLWithString:encodingInvalidCharacters:);
+    SEL asGiven = @selector(URLWithString:encodingInvalidCharacters:);
     if (![NSURL respondsToSelector:asGiven])
         return [NSURL URLWithString:address];
     using Constructor = NSURL *(*)(id, SEL, NSString *, BOOL);
