@@ -47,7 +47,7 @@ void Installation::run() {
     putInPlace();
 }
 
-std::string Installation::folderFor(std::size_t index, Part part) const {
+std::string Installation::folderFor(std::size_t index, Part part) {
     return (part == Part::Payload ? "Payload" : "Scripts") + std::to_string(index);
 }
 

@@ -22,7 +22,7 @@ public:
 private:
     void stageBundleScripts() const;
     void stage(std::size_t index, Part part, ByteSource &source);
-    [[nodiscard]] std::string folderFor(std::size_t index, Part part) const;
+    [[nodiscard]] static std::string folderFor(std::size_t index, Part part);
     void joinPayloads() const;
     void putInPlace();
     void runScripts(bool afterwards);

@@ -23,7 +23,8 @@ void PackageScripts::run(const Component &component, const std::vector<std::stri
     const auto place =
         component.installLocation.starts_with('/') ? component.installLocation : '/' + component.installLocation;
     for (const auto &name : names) {
-        const auto file = folder + '/' + name;
+        auto file = folder;
+        file.append("/").append(name);
         const PrivateRoot::Variables variables{
             {"PATH", path},
             {"HOME", "/var/root"},

@@ -60,7 +60,7 @@ std::string nameOf(const std::string &path) {
 Merge::Merge(const std::string &from, const std::string &into, Links links)
     : from_(openTop(from)), into_(openTop(into)), links_(links) {}
 
-Descriptor Merge::folderIn(const Descriptor &top, const std::string &path, Links links) const {
+Descriptor Merge::folderIn(const Descriptor &top, const std::string &path, Links links) {
     open_how how{};
     how.flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
     how.resolve =
@@ -98,8 +98,9 @@ void Merge::mergeFolder(const std::string &path) {
     const auto from = folderIn(from_, path, Links::Refused);
     const auto into = folderIn(into_, path, links_);
     ::fchmod(from.get(), S_IRWXU); // what is left of it will be removed
+    const auto prefix = path.empty() ? path : path + '/';
     for (const auto &name : namesIn(from))
-        mergeItem(from.get(), into.get(), name, path.empty() ? name : path + '/' + name);
+        mergeItem(from.get(), into.get(), name, std::string(prefix).append(name));
 }
 
 void Merge::mergeItem(int from, int into, const std::string &name, const std::string &path) {

@@ -33,7 +33,7 @@ private:
     void mergeItem(int from, int into, const std::string &name, const std::string &path);
     void move(int from, int into, const std::string &name, const std::string &path, bool replaces);
     void takeBack(const Step &step) const;
-    [[nodiscard]] Descriptor folderIn(const Descriptor &top, const std::string &path, Links links) const;
+    [[nodiscard]] static Descriptor folderIn(const Descriptor &top, const std::string &path, Links links);
 
     Descriptor from_;
     Descriptor into_;
