@@ -5,21 +5,21 @@
 namespace {
 
 struct FlowCase {
-    std::size_t webSelectionCount;
     bool smartUpdate;
     bool webError;
+    std::size_t webSelectionCount;
     vant::Flow flow;
 };
 
 TEST(FlowChoice, TheWebFlowNeedsTheSwitchNoErrorAndASelection) {
     constexpr FlowCase cases[] = {
-        {1, true, false, vant::Flow::Web},    //
-        {30, true, false, vant::Flow::Web},   //
-        {0, true, false, vant::Flow::Media},  //
-        {2, true, true, vant::Flow::Media},   //
-        {2, false, false, vant::Flow::Media}, //
-        {2, false, true, vant::Flow::Media},  //
-        {0, false, false, vant::Flow::Media},
+        {true, false, 1, vant::Flow::Web},    //
+        {true, false, 30, vant::Flow::Web},   //
+        {true, false, 0, vant::Flow::Media},  //
+        {true, true, 2, vant::Flow::Media},   //
+        {false, false, 2, vant::Flow::Media}, //
+        {false, true, 2, vant::Flow::Media},  //
+        {false, false, 0, vant::Flow::Media},
     };
     for (const FlowCase &row : cases)
         EXPECT_EQ(vant::chooseFlow(vant::isWebFlowAllowed(row.smartUpdate, row.webError), row.webSelectionCount),

@@ -33,7 +33,9 @@ TEST(ToolPath, CarriedToolsLieBesideTheLoadedCode) {
 }
 
 TEST(ToolPath, LoadingTheLayerPutsTheCarriedToolsLastInPath) {
-    const std::string path = std::getenv("PATH");
+    const char *const value = std::getenv("PATH");
+    ASSERT_NE(value, nullptr);
+    const std::string path = value;
     EXPECT_TRUE(path.ends_with(':' + vant::carriedTools())) << path;
 }
 
