@@ -37,11 +37,11 @@ std::vector<MergedRecord> mergeMedia(std::span<const MediaComponent> media,
         const MediaComponent &component = media[i];
         if (names.holds(component.location))
             continue;
-        added.push_back({component.location, component.kind});
+        added.push_back({component.location, component.kind, i});
         names.add(component.location);
         if (component.kind != scanDriverKind)
             continue;
-        added.push_back({secondScanDriver, component.kind});
+        added.push_back({secondScanDriver, component.kind, std::nullopt});
         names.add(secondScanDriver);
     }
     return added;

@@ -1,5 +1,6 @@
 #pragma once
 #include "selection/MediaList.hpp"
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,6 +12,7 @@ namespace vant {
 struct MergedRecord {
     std::optional<std::string> installerPath;
     std::optional<std::string> componentName;
+    std::optional<std::size_t> component; ///< position in the media selection; nothing for a second scan driver
 };
 
 /// The records that the media selection adds to the web list, in the order in which they are appended: the last

@@ -1,0 +1,28 @@
+#pragma once
+#include "check/Finding.hpp"
+#include "read/PackageReading.hpp"
+#include "read/Survey.hpp"
+
+#include <functional>
+
+namespace vant::media {
+
+/// Gives the state of a package; `readPackage`, but for tests.
+using PackageReader = std::function<PackageState(const std::string &path)>;
+
+/// Each looks at one side of what was found, and adds what is to be said about it.
+void checkSelection(const SelectionFile &selection, Flow flow, Findings &findings);
+void checkSettings(const Survey &found, Findings &findings);
+void checkHostPackages(const Survey &found, const Plan &plan, Findings &findings);
+void checkPackages(const Plan &plan, const PackageReader &reader, Findings &findings);
+void checkProfiles(const Survey &found, const Plan &plan, Findings &findings);
+void checkSlides(const Survey &found, Findings &findings);
+void checkDownloads(const Survey &found, const Plan &plan, Findings &findings);
+
+/// Everything, the most severe first, otherwise in the order above.
+[[nodiscard]] Findings check(const Survey &found, const Plan &plan, const PackageReader &reader);
+
+/// What keeps a list from being read, if anything.
+void checkList(const ListFile &file, const std::string &what, Severity whenMissing, Findings &findings);
+
+} // namespace vant::media

@@ -1,0 +1,89 @@
+#include "report/Json.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace vant::media {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json textOrNull(const std::optional<std::string> &text) {
+    return text ? Json(*text) : Json(nullptr);
+}
+
+Json packageJson(const PlannedPackage &package) {
+    return {{"name", packageName(package)},
+            {"component", textOrNull(package.component)},
+            {"path", textOrNull(package.path)},
+            {"origin", originName(package.origin)},
+            {"archive", package.archive.empty() ? Json(nullptr) : Json(package.archive)}};
+}
+
+Json lineJson(const PackageLine &line) {
+    Json package = packageJson(line.package);
+    package["status"] = line.status;
+    package["profiles"] = line.bringsProfiles;
+    return package;
+}
+
+Json droppedJson(const DroppedPackage &dropped) {
+    Json package = packageJson(dropped.package);
+    package["rule"] = dropRuleName(dropped.rule);
+    return package;
+}
+
+Json downloadJson(const Download &download) {
+    return {{"address", textOrNull(download.address)},
+            {"file", download.file},
+            {"folder", download.folder},
+            {"archive", download.archive == ArchiveKind::Zip ? "zip" : "cpio"},
+            {"contentKnown", download.isContentKnown},
+            {"setAside", download.setAside}};
+}
+
+Json slideJson(const SlideLine &slide) {
+    return {{"language", slide.language}, {"image", slide.image},         {"title", slide.title},
+            {"message", slide.message},   {"titleText", slide.titleText}, {"messageText", slide.messageText}};
+}
+
+Json findingJson(const Finding &finding) {
+    return {{"severity", severityName(finding.severity)},
+            {"code", finding.code},
+            {"subject", finding.subject},
+            {"message", finding.message}};
+}
+
+template<class Range, class Literal>
+Json listJson(const Range &range, Literal literal) {
+    Json list = Json::array();
+    for (const auto &element : range)
+        list.push_back(literal(element));
+    return list;
+}
+
+Json reportJson(const Report &report) {
+    return {
+        {"path", report.media},
+        {"view", report.plan.view == Flow::Web ? "web" : "media"},
+        {"rows", report.plan.rows},
+        {"packages", listJson(report.packages, lineJson)},
+        {"dropped", listJson(report.plan.dropped, droppedJson)},
+        {"downloads", listJson(report.plan.downloads, downloadJson)},
+        {"endsWithSetAside", report.plan.endsWithSetAside},
+        {"profiles",
+         {{"folder", report.profiles.folder}, {"archive", report.profiles.archive}, {"files", report.profiles.files}}},
+        {"slides", listJson(report.slides, slideJson)},
+        {"findings", listJson(report.findings, findingJson)}};
+}
+
+} // namespace
+
+std::string json(std::span<const Report> reports, const std::string &programVersion) {
+    const Json document = {
+        {"version", jsonVersion}, {"program", programVersion}, {"media", listJson(reports, reportJson)}};
+    return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace vant::media
