@@ -1,7 +1,9 @@
 """What the flow tests share: a folder of their own, one run of the real host, and questions to its timeline."""
+import json
 import os
 import pathlib
 import shutil
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -43,7 +45,19 @@ class FlowCase(unittest.TestCase):
         self.events = follow.read_events(ended.places.out / "timeline.txt")
         log = (ended.places.out / "host.log").read_text(errors="replace")
         self.assertNotIn("WARNING: ThreadSanitizer", log, "a race, or locks in two orders")
+        self.assert_planned(ended, kind, media, options)
         return ended
+
+    def assert_planned(self, ended, kind, media, options):
+        """What the run installed, in its order, is what vantmedia says beforehand."""
+        if not ended.summary.get("continued"):
+            return
+        web = ["--web", options["site_folder"] / "SelectedInput.plist"] if kind == "web" else []
+        offline = ["--offline"] if options.get("offline") else []
+        answer = subprocess.run([BUILD / "vantmedia", "plan", media, "--json", *web, *offline],
+                                check=True, capture_output=True, text=True)
+        planned = [(package["name"], package["component"]) for package in json.loads(answer.stdout)["media"][0]["packages"]]
+        self.assertEqual(planned, [(package["name"], package["component"]) for package in ended.summary["packages"]])
 
     def texts(self, kind):
         """The texts of one kind of event, in order."""

@@ -49,7 +49,7 @@ std::string settingsPath(const Request &request) {
         return *request.settings;
     const fs::path ofWeb = fs::path(request.media) / "VantUserSettings-web.plist";
     return request.webSelection && isThere(ofWeb) ? ofWeb.string()
-                                                 : (fs::path(request.media) / "VantUserSettings.plist").string();
+                                                  : (fs::path(request.media) / "VantUserSettings.plist").string();
 }
 
 SlideSet slideSet(const fs::path &folder) {
@@ -115,7 +115,9 @@ void lookAtArchives(Survey &found, const Request &request) {
     for (const MediaComponent &component : found.web->components) {
         WebComponent web{absolute(component.location, request.site), component.kind, std::nullopt};
         std::string fault;
-        if (const auto archive = localArchive(found.web->file.path, component.location)) {
+        if (request.isOffline)
+            web.items.emplace();
+        else if (const auto archive = localArchive(found.web->file.path, component.location)) {
             const bool isZip = archiveKind(destinationName(*web.address)) == ArchiveKind::Zip;
             ArchiveState state = readArchive(archive->string(), isZip);
             web.items = std::move(state.items);

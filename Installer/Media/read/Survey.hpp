@@ -16,6 +16,7 @@ struct Request {
     std::optional<std::string> selection;    ///< instead of the media's own
     std::optional<std::string> webSelection; ///< nothing: the media view
     std::string site = "http://site";        ///< what relative addresses of the web selection are below
+    bool isOffline = false;                  ///< the site cannot be reached, so that no archive arrives
     std::string tables;                      ///< folder of the plug-in's string tables
 };
 

@@ -48,6 +48,8 @@ void takeOption(Options &options, const std::string &option, Reader &reader) {
         options.isJson = true;
     else if (option == "--strict")
         options.isStrict = true;
+    else if (option == "--offline")
+        options.request.isOffline = true;
     else if (option == "--settings")
         options.request.settings = reader.valueOf(option);
     else if (option == "--selection")
@@ -117,6 +119,7 @@ std::string helpText() {
            "  --selection FILE  selection instead of the folder's SelectedInput.plist\n"
            "  --web FILE        the web view, with this selection; archives beside the file are looked into\n"
            "  --site URL        what relative addresses of the web selection are below (default: http://site)\n"
+           "  --offline         the web view when the site cannot be reached\n"
            "  --language CODE   language of the status texts (default: EN): " +
            languageCodes() +
            "\n"
