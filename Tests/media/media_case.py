@@ -22,7 +22,7 @@ LONGEST = 60
 class MediaCase(unittest.TestCase):
 
     maxDiff = None
-    identity = {}  # who the program runs as, when not as the test itself
+    launcher = []  # what the program is started by, if not by the test itself
 
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vant media "))
@@ -30,8 +30,8 @@ class MediaCase(unittest.TestCase):
         self.media = small_media.write_media(self.folder / "media")
 
     def vantmedia(self, *arguments, **options):
-        return subprocess.run([BUILD / "vantmedia", *arguments], capture_output=True, text=True, timeout=LONGEST,
-                              stdin=subprocess.DEVNULL, **self.identity, **options)
+        return subprocess.run([*self.launcher, BUILD / "vantmedia", *arguments], capture_output=True, text=True,
+                              timeout=LONGEST, stdin=subprocess.DEVNULL, **options)
 
     def check(self, *options):
         """The exit status and the findings, as (severity, code, subject, message)."""

@@ -1,9 +1,10 @@
 """The program's own manners: help, usage, forms of output."""
 import json
 import os
+import re
 import unittest
 
-from media_case import MediaCase, small_media
+from media_case import SOURCE, MediaCase, small_media
 
 
 class Program(MediaCase):
@@ -67,6 +68,19 @@ class Program(MediaCase):
     def test_colour_is_for_terminals_alone(self):
         (self.media / "SelectedInput.plist").unlink()
         self.assertNotIn("\x1b", self.vantmedia("check", self.media).stdout)
+
+    def test_every_code_stands_in_the_guide(self):
+        guide = (SOURCE / "Documentation" / "media.md").read_text()
+        sources = [*(SOURCE / "Installer" / "Media" / "check").glob("*.cpp"), SOURCE / "Installer" / "Media" / "main.cpp"]
+        codes = {code for path in sources for code in re.findall(r'"([a-z]+(?:-[a-z]+)+)"', path.read_text())}
+        self.assertGreater(len(codes), 40)
+        self.assertEqual({code for code in codes if f"`{code}`" not in guide}, set())
+
+    def test_every_option_stands_in_the_manual_page(self):
+        page = (SOURCE / "Documentation" / "vantmedia.1").read_text().replace("\\-", "-")
+        options = re.findall(r"^  (--[a-z]+)", self.vantmedia("--help").stdout, re.MULTILINE)
+        self.assertGreater(len(options), 8)
+        self.assertEqual([option for option in options if option not in page], [])
 
 
 if __name__ == "__main__":

@@ -50,6 +50,8 @@ void takeOption(Options &options, const std::string &option, Reader &reader) {
         options.isStrict = true;
     else if (option == "--offline")
         options.request.isOffline = true;
+    else if (option == "--media")
+        options.media.push_back(reader.valueOf(option));
     else if (option == "--settings")
         options.request.settings = reader.valueOf(option);
     else if (option == "--selection")
@@ -115,6 +117,7 @@ std::string helpText() {
            "plan says what the pane would do with a media folder; check says what is wrong with it, and reads every\n"
            "package through. A media folder is laid out as for ./run --media. Nothing is written or installed.\n"
            "\n"
+           "  --media DIR       the same as MEDIA\n"
            "  --settings FILE   settings instead of the folder's VantUserSettings.plist\n"
            "  --selection FILE  selection instead of the folder's SelectedInput.plist\n"
            "  --web FILE        the web view, with this selection; archives beside the file are looked into\n"
