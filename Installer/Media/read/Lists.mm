@@ -98,15 +98,6 @@ id readList(ListFile &file) {
     return list;
 }
 
-/// The entries of a string table; nil when the text is none.
-NSDictionary *stringTable(NSString *text) {
-    @try {
-        return [text propertyListFromStringsFileFormat];
-    } @catch (NSException *) {
-        return nil;
-    }
-}
-
 std::optional<std::string> textForKey(id container, NSString *key) {
     return optionalUTF8(VantStringForKey(container, key));
 }
@@ -179,11 +170,10 @@ std::optional<std::string> readText(const std::string &path) {
 }
 
 std::optional<std::string> tableString(const std::string &table, const std::string &key) {
-    const auto text = readText(table);
-    if (!text)
+    if (accessFault(table, largestList) != ListFault::None)
         return std::nullopt;
     @autoreleasepool {
-        return optionalUTF8(VantStringForKey(stringTable(nsString(*text)), nsString(key)));
+        return textForKey(VantDictionaryFromFile(nsString(table)), nsString(key));
     }
 }
 
