@@ -1,4 +1,4 @@
-#include "plan/Plan.hpp"
+#include "plan/Collisions.hpp"
 
 #include <gtest/gtest.h>
 
@@ -97,6 +97,27 @@ TEST(Plan, DownloadsAreNamedAsThePaneNamesThem) {
     EXPECT_EQ(plan.downloads[0].archive, ArchiveKind::Zip);
     EXPECT_EQ(plan.downloads[1].file, "b.cpio.gz?v=1");
     EXPECT_EQ(plan.downloads[1].archive, ArchiveKind::Cpio);
+}
+
+Texts collisions(const Plan &plan) {
+    Texts texts;
+    for (const Collision &collision : collisionsOf(plan))
+        texts.push_back(std::string(collisionName(collision.kind)) + " " + collision.name + " " +
+                        std::to_string(collision.count));
+    return texts;
+}
+
+TEST(Collisions, PackagesOfOneNameAndPackagesWithoutAPathCollide) {
+    PlanInput input = mediaInput();
+    EXPECT_EQ(collisions(makePlan(input)), Texts{});
+    input.media.push_back({"/other/Fax.pkg", "Pressdeck"});
+    input.uninstaller = input.manual = std::nullopt;
+    EXPECT_EQ(collisions(makePlan(input)), (Texts{"package name  2", "package name Fax.pkg 2"}));
+}
+
+TEST(Collisions, ArchivesShareAFileOrAFolder) {
+    const Plan plan = makePlan(webInput({archive("a/x.zip", {}), archive("b/x.zip", {}), archive("x.cpio", {})}));
+    EXPECT_EQ(collisions(plan), (Texts{"download file x.zip 2", "expanded folder x 2"}));
 }
 
 } // namespace

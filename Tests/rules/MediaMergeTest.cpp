@@ -32,6 +32,15 @@ TEST(MediaMerge, LeavesOutWhatTheWebHasUnderTheSameFileName) {
               (Texts{"/media/Fax.pkg (PC fax Utility)"}));
 }
 
+TEST(MediaMerge, TellsWhichComponentARecordIs) {
+    const auto records =
+        mergeMedia(Components{{"/m/A.pkg", "Print Driver"}, {"/m/B.pkg", "Scan Driver"}}, {}, secondDriver);
+    ASSERT_EQ(records.size(), 3U);
+    EXPECT_EQ(records[0].component, 1U);
+    EXPECT_EQ(records[1].component, std::nullopt) << "the second scan driver is no component of the selection";
+    EXPECT_EQ(records[2].component, 0U);
+}
+
 TEST(MediaMerge, ComparesFileNamesExactly) {
     EXPECT_EQ(merged({{"/m/fax.pkg", "k"}}, {"/w/Fax.pkg"}), (Texts{"/m/fax.pkg (k)"}));
     EXPECT_EQ(merged({{"/m/Fax.pkg/", "k"}}, {"/w/Fax.pkg"}), Texts{});

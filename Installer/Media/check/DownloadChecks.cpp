@@ -1,7 +1,6 @@
 #include "check/Checks.hpp"
 #include "check/Names.hpp"
-
-#include <map>
+#include "plan/Collisions.hpp"
 
 namespace vant::media {
 namespace {
@@ -27,13 +26,15 @@ void checkAddress(const Download &download, const std::string &subject, Findings
         findings.push_back({Severity::Error, "download-address", subject, "the address is neither http nor https"});
 }
 
-using Owners = std::map<std::string, std::vector<std::string>>;
-
-void checkShared(const Owners &owners, const char *code, const std::string &what, Findings &findings) {
-    for (const auto &[name, archives] : owners)
-        if (archives.size() > 1 && !name.empty())
-            findings.push_back({Severity::Error, code, name,
-                                std::to_string(archives.size()) + " archives share the " + what + " \"" + name + "\""});
+void checkShared(const Plan &plan, Findings &findings) {
+    for (const Collision &collision : collisionsOf(plan)) {
+        if (collision.kind == Collision::Kind::PackageName)
+            continue;
+        const bool isFile = collision.kind == Collision::Kind::DownloadFile;
+        findings.push_back({Severity::Error, isFile ? "same-download" : "same-folder", collision.name,
+                            std::to_string(collision.count) + " archives are " +
+                                (isFile ? "downloaded to" : "expanded into") + " \"" + collision.name + "\""});
+    }
 }
 
 void checkContent(const Download &download, const std::string &fault, const std::string &subject, bool isLast,
@@ -56,20 +57,14 @@ void checkContent(const Download &download, const std::string &fault, const std:
 } // namespace
 
 void checkDownloads(const Survey &found, const Plan &plan, Findings &findings) {
-    Owners files;
-    Owners folders;
     for (std::size_t i = 0; i < plan.downloads.size(); ++i) {
         const Download &download = plan.downloads[i];
         const std::string subject = download.address.value_or(found.web->file.path);
         checkName(download, subject, findings);
         checkAddress(download, subject, findings);
         checkContent(download, found.archiveFaults[i], subject, i + 1 == plan.downloads.size(), findings);
-        files[download.file].push_back(subject);
-        if (files[download.file].size() == 1)
-            folders[download.folder].push_back(subject);
     }
-    checkShared(files, "same-download", "file name", findings);
-    checkShared(folders, "same-folder", "folder", findings);
+    checkShared(plan, findings);
 }
 
 } // namespace vant::media

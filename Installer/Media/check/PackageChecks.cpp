@@ -1,10 +1,10 @@
 #include "check/Checks.hpp"
 #include "check/Names.hpp"
 #include "install/profiles/ColourProfiles.hpp"
+#include "plan/Collisions.hpp"
 #include "selection/ComponentCatalogue.hpp"
 
 #include <algorithm>
-#include <map>
 #include <set>
 
 namespace vant::media {
@@ -55,16 +55,14 @@ const char *codeOf(PackageFault fault) noexcept {
 }
 
 void checkNames(const Plan &plan, Findings &findings) {
-    std::map<std::string, std::size_t> counts;
-    for (const PlannedPackage &package : plan.packages)
-        ++counts[packageName(package)];
-    for (const auto &[name, count] : counts) {
-        if (count < 2)
+    for (const Collision &collision : collisionsOf(plan)) {
+        if (collision.kind != Collision::Kind::PackageName)
             continue;
-        const std::string which = name.empty() ? " packages without a path" : " packages are called " + quoted(name);
-        findings.push_back(
-            {Severity::Error, name.empty() ? "records-without-path" : "same-name", name,
-             std::to_string(count) + which + ": they share one outcome, the list never completes, and the host ends"});
+        const bool isNamed = !collision.name.empty();
+        const std::string which = isNamed ? " packages are called " + quoted(collision.name) : " packages lack a path";
+        findings.push_back({Severity::Error, isNamed ? "same-name" : "records-without-path", collision.name,
+                            std::to_string(collision.count) + which +
+                                ": they share one outcome, the list never completes, and the host ends"});
     }
 }
 

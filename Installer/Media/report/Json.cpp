@@ -1,5 +1,7 @@
 #include "report/Json.hpp"
 
+#include "plan/Collisions.hpp"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -43,6 +45,10 @@ Json downloadJson(const Download &download) {
             {"setAside", download.setAside}};
 }
 
+Json collisionJson(const Collision &collision) {
+    return {{"kind", collisionName(collision.kind)}, {"name", collision.name}, {"count", collision.count}};
+}
+
 Json slideJson(const SlideLine &slide) {
     return {{"language", slide.language}, {"image", slide.image},         {"title", slide.title},
             {"message", slide.message},   {"titleText", slide.titleText}, {"messageText", slide.messageText}};
@@ -71,6 +77,7 @@ Json reportJson(const Report &report) {
         {"packages", listJson(report.packages, lineJson)},
         {"dropped", listJson(report.plan.dropped, droppedJson)},
         {"downloads", listJson(report.plan.downloads, downloadJson)},
+        {"collisions", listJson(collisionsOf(report.plan), collisionJson)},
         {"endsWithSetAside", report.plan.endsWithSetAside},
         {"profiles",
          {{"folder", report.profiles.folder}, {"archive", report.profiles.archive}, {"files", report.profiles.files}}},

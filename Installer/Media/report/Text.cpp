@@ -1,5 +1,7 @@
 #include "report/Text.hpp"
 
+#include "plan/Collisions.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -103,6 +105,9 @@ std::string planText(const Report &report) {
         text += "Dropped\n";
     for (const DroppedPackage &dropped : plan.dropped)
         text += "  " + padded(nameOf(dropped.package), 26) + std::string(dropRuleName(dropped.rule)) + "\n";
+    for (const Collision &collision : collisionsOf(plan))
+        text += "Collision: " + std::to_string(collision.count) + " share the " +
+                std::string(collisionName(collision.kind)) + " \"" + printable(collision.name) + "\"\n";
     return text + profilesText(report.profiles) + slidesText(report);
 }
 
