@@ -48,9 +48,21 @@ private:
     bool isShown_;
 };
 
+fs::path programFolder() {
+    std::error_code problem;
+    return fs::read_symlink("/proc/self/exe", problem).parent_path();
+}
+
+ExpansionState expanded(const std::string &archive, const Download &download) {
+    const std::string tool = programFolder() / "tools" / "ditto";
+    return readExpanded(tool, archive, download.archive == vant::ArchiveKind::Zip, download.packages);
+}
+
 Findings findingsOf(const Survey &found, const Plan &plan) {
     Progress progress(plan.packages.size());
-    return check(found, plan, [&progress](const std::string &path) { return progress.read(path); });
+    return check(
+        found, plan,
+        {.package = [&progress](const std::string &path) { return progress.read(path); }, .archive = expanded});
 }
 
 Report missingMedia(const std::string &media) {
@@ -86,11 +98,6 @@ void printText(const Options &options, const Report &report) {
         print(findingsText(report, isColourWanted()));
 }
 
-std::string tablesBesideProgram() {
-    std::error_code problem;
-    return fs::read_symlink("/proc/self/exe", problem).parent_path() / "VantInstallation.bundle" / "Resources";
-}
-
 int run(Options options) {
     if (options.command == Options::Command::Help) {
         print(helpText());
@@ -101,7 +108,7 @@ int run(Options options) {
         return 0;
     }
     if (options.request.tables.empty())
-        options.request.tables = tablesBesideProgram();
+        options.request.tables = programFolder() / "VantInstallation.bundle" / "Resources";
     std::vector<Report> reports;
     std::vector<Findings> findings;
     for (const std::string &media : options.media) {

@@ -198,6 +198,30 @@ class FaultyWebSelection(MediaCase):
         _, findings = self.check("--web", site / SELECTION)
         self.assertIn(("error", "archive-damaged"), [finding[:2] for finding in findings])
 
+    def test_archive_with_a_flipped_byte(self):
+        site = small_media.write_site(self.folder / "site",
+                                      {"Driver.zip": small_media.package_files("Printer Driver", 9)})
+        content = bytearray((site / "Driver.zip").read_bytes())
+        content[200] ^= 1
+        (site / "Driver.zip").write_bytes(content)
+        _, findings = self.check("--web", site / SELECTION)
+        self.assertIn(("error", "archive-damaged"), [finding[:2] for finding in findings])
+
+    def test_damaged_package_in_a_sound_archive(self):
+        files = small_media.package_files("Printer Driver", 9)
+        files["Contents/Archive.pax.gz"] = files["Contents/Archive.pax.gz"][:-20]
+        site = small_media.write_site(self.folder / "site",
+                                      {"Driver.zip": small_media.inside("Deep/Printer Driver.pkg", files)})
+        _, findings = self.check("--web", site / SELECTION)
+        self.assertIn(("error", "package-damaged", "http://site/Driver.zip: Deep/Printer Driver.pkg"),
+                      [finding[:3] for finding in findings])
+
+    def test_sound_archives_bring_nothing_but_notes(self):
+        site = small_media.write_site(self.folder / "site", {"Driver.zip": small_media.inside(
+            "Printer Driver.pkg", small_media.package_files("Printer Driver", 9))})
+        _, findings = self.check("--web", site / SELECTION)
+        self.assertEqual({(severity, code) for severity, code, _, _ in findings if severity == "error"}, set())
+
     def test_name_that_the_shell_reads_otherwise(self):
         site = small_media.write_site(self.folder / "site", {"Driver.zip": {"Printer Driver.pkg": b"x"}})
         location = "http://download.quorvel.invalid/Dri`ver`.zip"

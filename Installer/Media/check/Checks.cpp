@@ -16,15 +16,15 @@ std::string_view severityName(Severity severity) noexcept {
     return "note";
 }
 
-Findings check(const Survey &found, const Plan &plan, const PackageReader &reader) {
+Findings check(const Survey &found, const Plan &plan, const Readers &readers) {
     Findings findings;
     checkSelection(found.selection, Flow::Media, findings);
     checkSettings(found, findings);
     if (found.web)
         checkSelection(*found.web, Flow::Web, findings);
-    checkDownloads(found, plan, findings);
+    checkDownloads(found, plan, readers, findings);
     checkHostPackages(found, plan, findings);
-    checkPackages(plan, reader, findings);
+    checkPackages(plan, readers, findings);
     checkProfiles(found, plan, findings);
     checkSlides(found, findings);
     std::ranges::stable_sort(findings, {}, &Finding::severity);

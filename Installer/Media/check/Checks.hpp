@@ -1,26 +1,32 @@
 #pragma once
 #include "check/Finding.hpp"
-#include "read/PackageReading.hpp"
+#include "read/ArchiveReading.hpp"
 #include "read/Survey.hpp"
 
 #include <functional>
 
 namespace vant::media {
 
-/// Gives the state of a package; `readPackage`, but for tests.
-using PackageReader = std::function<PackageState(const std::string &path)>;
+/// What opens packages and archives; takes long.
+struct Readers {
+    std::function<PackageState(const std::string &path)> package;
+    std::function<ExpansionState(const std::string &archive, const Download &download)> archive;
+};
 
 /// Each looks at one side of what was found, and adds what is to be said about it.
 void checkSelection(const SelectionFile &selection, Flow flow, Findings &findings);
 void checkSettings(const Survey &found, Findings &findings);
 void checkHostPackages(const Survey &found, const Plan &plan, Findings &findings);
-void checkPackages(const Plan &plan, const PackageReader &reader, Findings &findings);
+void checkPackages(const Plan &plan, const Readers &readers, Findings &findings);
 void checkProfiles(const Survey &found, const Plan &plan, Findings &findings);
 void checkSlides(const Survey &found, Findings &findings);
-void checkDownloads(const Survey &found, const Plan &plan, Findings &findings);
+void checkDownloads(const Survey &found, const Plan &plan, const Readers &readers, Findings &findings);
+
+/// What is wrong with a package, if anything.
+void addPackageState(const PackageState &state, const std::string &subject, Findings &findings);
 
 /// Everything, the most severe first, otherwise in the order above.
-[[nodiscard]] Findings check(const Survey &found, const Plan &plan, const PackageReader &reader);
+[[nodiscard]] Findings check(const Survey &found, const Plan &plan, const Readers &readers);
 
 /// What keeps a list from being read, if anything.
 void checkList(const ListFile &file, const std::string &what, Severity whenMissing, Findings &findings);

@@ -37,6 +37,15 @@ void checkShared(const Plan &plan, Findings &findings) {
     }
 }
 
+/// Expands an archive that can be listed, and reads the packages in it.
+std::string expansionFault(const std::string &archive, const Download &download, const std::string &subject,
+                           const Readers &readers, Findings &findings) {
+    const ExpansionState state = readers.archive(archive, download);
+    for (std::size_t i = 0; i < state.packages.size(); ++i)
+        addPackageState(state.packages[i], subject + ": " + download.packages[i], findings);
+    return state.fault;
+}
+
 void checkContent(const Download &download, const std::string &fault, const std::string &subject, bool isLast,
                   Findings &findings) {
     if (!fault.empty())
@@ -56,13 +65,16 @@ void checkContent(const Download &download, const std::string &fault, const std:
 
 } // namespace
 
-void checkDownloads(const Survey &found, const Plan &plan, Findings &findings) {
+void checkDownloads(const Survey &found, const Plan &plan, const Readers &readers, Findings &findings) {
     for (std::size_t i = 0; i < plan.downloads.size(); ++i) {
         const Download &download = plan.downloads[i];
         const std::string subject = download.address.value_or(found.web->file.path);
         checkName(download, subject, findings);
         checkAddress(download, subject, findings);
-        checkContent(download, found.archiveFaults[i], subject, i + 1 == plan.downloads.size(), findings);
+        std::string fault = found.archiveFaults[i];
+        if (fault.empty() && found.archives[i])
+            fault = expansionFault(*found.archives[i], download, subject, readers, findings);
+        checkContent(download, fault, subject, i + 1 == plan.downloads.size(), findings);
     }
     checkShared(plan, findings);
 }

@@ -72,6 +72,11 @@ bool hasOrigin(const Plan &plan, Origin origin) {
 
 } // namespace
 
+void addPackageState(const PackageState &state, const std::string &subject, Findings &findings) {
+    if (state.fault != PackageFault::None)
+        findings.push_back({Severity::Error, codeOf(state.fault), subject, messageOf(state)});
+}
+
 void checkHostPackages(const Survey &found, const Plan &plan, Findings &findings) {
     const std::string folder = found.media + "/Resources/";
     if (!found.input.uninstaller && hasOrigin(plan, Origin::Uninstaller))
@@ -88,15 +93,13 @@ void checkHostPackages(const Survey &found, const Plan &plan, Findings &findings
                             "a scan driver is selected and the settings name no second one, whose record has no path"});
 }
 
-void checkPackages(const Plan &plan, const PackageReader &reader, Findings &findings) {
+void checkPackages(const Plan &plan, const Readers &readers, Findings &findings) {
     checkNames(plan, findings);
     std::set<std::string> seen;
     for (const PlannedPackage &package : plan.packages) {
         if (!package.path || package.origin == Origin::Web || !seen.insert(*package.path).second)
             continue;
-        const PackageState state = reader(*package.path);
-        if (state.fault != PackageFault::None)
-            findings.push_back({Severity::Error, codeOf(state.fault), *package.path, messageOf(state)});
+        addPackageState(readers.package(*package.path), *package.path, findings);
     }
 }
 

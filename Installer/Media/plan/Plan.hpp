@@ -60,6 +60,7 @@ struct Download {
     std::string folder; ///< name of the folder that the archive is expanded into, below the same
     ArchiveKind archive = ArchiveKind::Zip;
     bool isContentKnown = false;
+    std::vector<std::string> packages; ///< items that are installed, unless they are dropped
     std::vector<std::string> setAside; ///< what makes the pane set the folder aside on the desktop
 };
 

@@ -38,6 +38,7 @@ Download downloadOf(const WebComponent &component) {
             .folder = std::string(extractFolderName(file)),
             .archive = archiveKind(file),
             .isContentKnown = component.items.has_value(),
+            .packages = {},
             .setAside = {}};
 }
 
@@ -53,6 +54,7 @@ void takeItem(const std::string &item, Download &download, Packages &found) {
     case ExpandedAction::InstallScanManager:
         break;
     }
+    download.packages.push_back(item);
     const std::string path = std::string(downloadFolder) + download.folder + "/" + item;
     found.push_back({path, std::string(lastPathComponent(item)), Origin::Web, download.file});
 }

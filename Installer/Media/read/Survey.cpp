@@ -115,15 +115,18 @@ void lookAtArchives(Survey &found, const Request &request) {
     for (const MediaComponent &component : found.web->components) {
         WebComponent web{absolute(component.location, request.site), component.kind, std::nullopt};
         std::string fault;
+        std::optional<std::string> file;
         if (request.isOffline)
             web.items.emplace();
         else if (const auto archive = localArchive(found.web->file.path, component.location)) {
             const bool isZip = archiveKind(destinationName(*web.address)) == ArchiveKind::Zip;
+            file = archive->string();
             ArchiveState state = readArchive(archive->string(), isZip);
             web.items = std::move(state.items);
             fault = std::move(state.fault);
         }
         found.input.web.push_back(std::move(web));
+        found.archives.push_back(std::move(file));
         found.archiveFaults.push_back(std::move(fault));
     }
 }

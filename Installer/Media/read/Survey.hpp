@@ -51,6 +51,7 @@ struct Survey {
     SelectionFile selection;
     SettingsFile settings;
     std::optional<SelectionFile> web;
+    std::vector<std::optional<std::string>> archives; ///< files beside the web selection, one for each component
     std::vector<std::string> archiveFaults;  ///< one for each component of the web selection; empty when there is none
     std::vector<std::string> strayLanguages; ///< paths of slide folders of no known language
     std::vector<std::string> modelsWithoutManual;

@@ -1,0 +1,84 @@
+#include "read/ArchiveReading.hpp"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+namespace vant::media {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder that goes with its owner.
+class TemporaryFolder {
+public:
+    TemporaryFolder() : path_(fs::temp_directory_path() / "vantmedia.XXXXXX") {
+        std::string name = path_;
+        if (mkdtemp(name.data()) == nullptr)
+            throw std::runtime_error("no temporary folder can be made in " + path_.parent_path().string());
+        path_ = name;
+    }
+    TemporaryFolder(const TemporaryFolder &) = delete;
+    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+    [[nodiscard]] const fs::path &path() const { return path_; }
+
+private:
+    fs::path path_;
+};
+
+/// Runs the tool and gives its words, none after a success. It watches over its own progress, so that it ends.
+std::string runTool(const std::string &tool, const std::string &archive, bool isZip, const std::string &folder) {
+    std::FILE *words = std::tmpfile();
+    if (words == nullptr)
+        return "no temporary file can be made";
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(fileno(words), STDERR_FILENO);
+        execl(tool.c_str(), "ditto", isZip ? "-xk" : "-x", archive.c_str(), folder.c_str(), nullptr);
+        _exit(127);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    std::rewind(words);
+    std::array<char, 1000> text{};
+    const std::size_t length = std::fread(text.data(), 1, text.size(), words);
+    std::fclose(words);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == 0)
+        return "";
+    return length > 0 ? std::string(text.data(), length) : "the tool ended with status " + std::to_string(status);
+}
+
+/// The first of the tool's lines, without the program's name.
+std::string firstLine(const std::string &words) {
+    const std::string line = words.substr(0, words.find('\n'));
+    const std::string name = "ditto: ";
+    return line.starts_with(name) ? line.substr(name.size()) : line;
+}
+
+} // namespace
+
+ExpansionState readExpanded(const std::string &tool, const std::string &archive, bool isZip,
+                            const std::vector<std::string> &items) {
+    if (access(tool.c_str(), X_OK) != 0)
+        throw std::runtime_error("there is no tool at " + tool);
+    const TemporaryFolder folder;
+    const std::string target = folder.path() / "expanded";
+    ExpansionState state;
+    state.fault = firstLine(runTool(tool, archive, isZip, target));
+    if (!state.fault.empty())
+        return state;
+    for (const std::string &item : items)
+        state.packages.push_back(readPackage(target + "/" + item));
+    return state;
+}
+
+} // namespace vant::media
