@@ -11,7 +11,9 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(SOURCE / "Tests" / "flows"))
+sys.path.insert(0, str(SOURCE / "Installer" / "Host" / "runner"))
 
+import languages  # noqa: E402
 import small_media  # noqa: E402
 
 BUILD = pathlib.Path(os.environ.get("VANT_BUILD", SOURCE / "build" / "debug"))

@@ -4,7 +4,7 @@ import os
 import re
 import unittest
 
-from media_case import SOURCE, MediaCase, small_media
+from media_case import BUILD, SOURCE, MediaCase, languages, small_media
 
 
 class Program(MediaCase):
@@ -39,7 +39,8 @@ class Program(MediaCase):
         self.assertEqual([(each["name"], each["component"]) for each in packages], [row[:2] for row in small_media.MEDIA])
         self.assertEqual([each["origin"] for each in packages],
                          ["selection", "selection", "second scan driver", "selection", "selection", "uninstaller", "manual"])
-        self.assertEqual(packages[0]["status"], "Druckertreiber wird installiert...")
+        words = languages.strings(BUILD / "VantInstallation.bundle" / "Resources" / "de.lproj" / "Localizable-Inst.strings")
+        self.assertEqual(packages[0]["status"], f"{words['PrinterComponent']} {words['Installing']}...")
         self.assertEqual([each["name"] for each in packages if each["profiles"]], ["Hueforge.pkg", "Scanwick.pkg"])
 
     def test_plan_needs_no_display_and_writes_nothing(self):

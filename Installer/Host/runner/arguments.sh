@@ -16,6 +16,7 @@ language_codes() {
 usage() {
     cat <<HELP
 usage: ./run [media | web | gallery] [OPTION…]
+       ./run plan | check [--media DIR] [OPTION…]   looks at media alone; ./run check --help tells more
 
 Installs by the reference host: from the media (the default), from a download site, or once for every state and every
 language, with a picture of each. Everything is written into one folder; nothing outside of it is touched.
