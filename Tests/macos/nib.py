@@ -59,7 +59,8 @@ VALUES = {
 # What stands for the nib's owner, the responder chain and the application, in every nib.
 PLACEHOLDERS = {"-1", "-2", "-3"}
 # The class that a custom class on such an element must come from.
-BASES = {"button": "NSButton", "textFieldCell": "NSTextFieldCell", "customView": "NSView", "customObject": "NSObject"}
+BASES = {"button": "NSButton", "textFieldCell": "NSTextFieldCell", "customView": "NSView", "customObject": "NSObject",
+         "tableView": "NSTableView"}
 
 
 class Declaration:

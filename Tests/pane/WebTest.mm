@@ -21,6 +21,19 @@ namespace fs = std::filesystem;
 
 @end
 
+/// A download as its delegate sees it, whose address is nobody's.
+@interface VantIdleDownload : NSObject
+- (NSURLRequest *)request;
+@end
+
+@implementation VantIdleDownload
+
+- (NSURLRequest *)request {
+    return nil;
+}
+
+@end
+
 namespace vant::test {
 
 NSError *urlError(int code) {
@@ -28,7 +41,7 @@ NSError *urlError(int code) {
 }
 
 NSURLDownload *idleDownload() {
-    return static_cast<NSURLDownload *>(static_cast<id>([[NSObject alloc] init]));
+    return static_cast<NSURLDownload *>(static_cast<id>([[VantIdleDownload alloc] init]));
 }
 
 WebTest::WebTest() {

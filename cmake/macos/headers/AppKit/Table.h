@@ -53,11 +53,13 @@ typedef NSString *NSUserInterfaceItemIdentifier;
 @property (readonly) NSInteger numberOfColumns;
 @property (readonly) NSInteger selectedRow;
 @property CGFloat rowHeight;
+@property NSSize intercellSpacing;
 - (nullable NSTableColumn *)tableColumnWithIdentifier:(NSUserInterfaceItemIdentifier)identifier;
 - (void)reloadData;
 - (void)sizeLastColumnToFit;
 - (void)scrollRowToVisible:(NSInteger)row;
 - (NSRange)rowsInRect:(NSRect)rect;
+- (NSRect)rectOfColumn:(NSInteger)column;
 - (NSRect)rectOfRow:(NSInteger)row;
 - (NSRect)frameOfCellAtColumn:(NSInteger)column row:(NSInteger)row;
 @end

@@ -8,6 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 @class NSURL;
 
 typedef NSString *NSFileAttributeKey;
+PLATFORM_EXPORT NSFileAttributeKey const NSFilePosixPermissions;
 
 @interface NSDirectoryEnumerator<ObjectType> : NSEnumerator <ObjectType>
 - (void)skipDescendents;

@@ -86,7 +86,8 @@ static std::string keyOfAddress(NSString *address) {
         return {};
     id outcome = [mInstalledPackageDict objectForKey:[[self pathOfPackage:ended] lastPathComponent]];
     vant::PackageEnd end = {.key = [self keyOfPackage:ended],
-                            .installed = ![outcome isEqual:VantOutcomeWord(vant::InstallOutcome::Failed)]};
+                            .installed = ![outcome isEqual:VantOutcomeWord(vant::InstallOutcome::Failed)],
+                            .next = {}};
     if (goesOn && position < count)
         end.next = [self keyOfPackage:position];
     return end;
