@@ -170,8 +170,8 @@ TEST(ComponentCatalogue, EveryRuleSaysWhatTheCatalogueSays) {
         const auto names = alone(component);
         EXPECT_EQ(newlySelectedSoftware(names, {}).size(), component.isReported ? 1U : 0U) << component.name;
         EXPECT_EQ(legacyScanRecords(names).size(), component.isLegacy ? 1U : 0U) << component.name;
-        EXPECT_EQ(displayNameOf(Flow::Web, component.name), component.web) << component.name;
-        EXPECT_EQ(displayNameOf(Flow::Media, component.name), component.media) << component.name;
+        EXPECT_EQ(displayName(Flow::Web, component.name), component.web) << component.name;
+        EXPECT_EQ(displayName(Flow::Media, component.name), component.media) << component.name;
         for (const Flow flow : {Flow::Media, Flow::Web})
             EXPECT_EQ(isPrinterDriver(flow, component.name), component.printerDriverOf == flow) << component.name;
         if (component.inArchive) {

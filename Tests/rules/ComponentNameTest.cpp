@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 using vant::DisplayName;
-using vant::displayNameOf;
+using vant::displayName;
 using vant::Flow;
 using vant::isPrinterDriver;
 
@@ -49,8 +49,8 @@ void expectName(const DisplayName &name, const DisplayName &expected, std::strin
 
 TEST(ComponentName, EachFlowHasItsOwnDisplayNames) {
     for (const NameCase &row : nameCases) {
-        expectName(displayNameOf(Flow::Web, row.name), row.web, row.name, "web");
-        expectName(displayNameOf(Flow::Media, row.name), row.media, row.name, "media");
+        expectName(displayName(Flow::Web, row.name), row.web, row.name, "web");
+        expectName(displayName(Flow::Media, row.name), row.media, row.name, "media");
     }
 }
 

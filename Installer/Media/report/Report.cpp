@@ -29,7 +29,7 @@ public:
 
 private:
     [[nodiscard]] std::string shownName(Flow flow, const std::string &component) const {
-        const DisplayName name = displayNameOf(flow, component);
+        const DisplayName name = displayName(flow, component);
         if (name.source == DisplayName::Source::Itself)
             return component;
         const std::string text(name.text);

@@ -19,6 +19,9 @@ BOOL VantEnsureFolder(NSString *path);
 /// As above; what is made is the user's alone (mode 0700).
 BOOL VantEnsurePrivateFolder(NSString *path);
 
+/// Whether a folder is there and not empty; NO for nil.
+BOOL VantFolderHoldsAnything(NSString *path);
+
 /// The folder that holds the host application's bundle, which is the root of the installation media.
 NSString *VantMediaRoot(void);
 

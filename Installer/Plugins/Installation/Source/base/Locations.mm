@@ -36,6 +36,10 @@ BOOL VantEnsurePrivateFolder(NSString *path) {
         @{NSFilePosixPermissions : @0700});
 }
 
+BOOL VantFolderHoldsAnything(NSString *path) {
+    return path != nil && [[[NSFileManager defaultManager] enumeratorAtPath:path] nextObject] != nil;
+}
+
 NSString *VantMediaRoot(void) {
     return [[[NSBundle mainBundle] bundlePath] stringByDeletingLastPathComponent];
 }

@@ -17,7 +17,7 @@ struct Markup {
 };
 
 /// Where the terminator ends, or the whole text without one.
-std::size_t endOf(std::string_view text, std::string_view terminator, std::size_t from) noexcept {
+std::size_t endBehind(std::string_view text, std::string_view terminator, std::size_t from) noexcept {
     const std::size_t at = text.find(terminator, from);
     return at == std::string_view::npos ? text.size() : at + terminator.size();
 }
@@ -44,11 +44,11 @@ std::size_t endOfTag(std::string_view text) noexcept {
 /// The markup that begins with the "<" at the head of the text.
 Markup readMarkup(std::string_view text) noexcept {
     if (text.starts_with("<!--"))
-        return {Tag::neither, endOf(text, "-->", 4)};
+        return {Tag::neither, endBehind(text, "-->", 4)};
     if (text.starts_with("<![CDATA["))
-        return {Tag::neither, endOf(text, "]]>", 9)};
+        return {Tag::neither, endBehind(text, "]]>", 9)};
     if (text.starts_with("<?"))
-        return {Tag::neither, endOf(text, "?>", 2)};
+        return {Tag::neither, endBehind(text, "?>", 2)};
     if (text.starts_with("<!"))
         return {Tag::neither, 2};
     if (text.starts_with("</"))
@@ -86,9 +86,9 @@ std::size_t quotedLength(std::string_view text) noexcept {
 std::size_t commentLength(std::string_view text, std::size_t at) noexcept {
     const std::string_view rest = text.substr(at);
     if (rest.starts_with("/*"))
-        return endOf(rest, "*/", 2);
+        return endBehind(rest, "*/", 2);
     const bool behindBlank = at == 0 || blanks.find(text[at - 1]) != std::string_view::npos;
-    return behindBlank && rest.starts_with("//") ? endOf(rest, "\n", 2) : 0;
+    return behindBlank && rest.starts_with("//") ? endBehind(rest, "\n", 2) : 0;
 }
 
 bool isMarkup(std::string_view text) noexcept {

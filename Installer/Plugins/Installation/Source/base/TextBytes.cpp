@@ -13,7 +13,7 @@ struct Form {
     std::uint32_t minimum; ///< anything below has a shorter form
 };
 
-Form formOf(unsigned char first) noexcept {
+Form characterForm(unsigned char first) noexcept {
     if (first < 0x80U)
         return {.length = 1, .bits = first, .minimum = 0};
     if ((first & 0xE0U) == 0xC0U)
@@ -27,7 +27,7 @@ Form formOf(unsigned char first) noexcept {
 
 /// The length of the character at the head of the bytes, 0 when there is none.
 std::size_t characterLength(std::string_view bytes) noexcept {
-    const Form form = formOf(static_cast<unsigned char>(bytes.front()));
+    const Form form = characterForm(static_cast<unsigned char>(bytes.front()));
     if (form.length == 0 || form.length > bytes.size())
         return 0;
     std::uint32_t character = form.bits;

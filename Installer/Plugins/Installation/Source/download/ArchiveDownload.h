@@ -8,26 +8,26 @@ namespace vant {
 /// The download fields of the object that is a download's delegate, as they lie in it. A table row and the pane each
 /// have them, under these names, and download by the same rules.
 struct DownloadFields {
-    id delegate;
-    NSString *&ulrList;
-    NSString *&sFilePath;
-    NSURLDownload *&filedownload;
-    NSURL *&fileURL;
-    NSDictionary *&downloadinfo;
-    BOOL &downloadIsIndeterminate;
-    float &downloadProgress;
-    long long &expectedContentLength;
-    long long &downloadedSoFar;
-    double &double_percent;
-    double &mDownloadProgress;
-    int &errcodeStr;
-    int &nRetry;
-    NSProgressIndicator *discreteProgress;
+    id delegate;                           ///< whose fields these are
+    NSString *&ulrList;                    ///< address started last
+    NSString *&sFilePath;                  ///< its destination
+    NSURLDownload *&filedownload;          ///< the platform's object
+    NSURL *&fileURL;                       ///< the file created last
+    NSDictionary *&downloadinfo;           ///< user information posted last
+    BOOL &downloadIsIndeterminate;         ///< no length is known
+    float &downloadProgress;               ///< 0 to 1
+    long long &expectedContentLength;      ///< bytes; -1 when unknown
+    long long &downloadedSoFar;            ///< bytes
+    double &double_percent;                ///< 0 to 100
+    double &mDownloadProgress;             ///< 0 to 100, as last reported
+    int &errcodeStr;                       ///< 0 without an error
+    int &nRetry;                           ///< 0 to 2
+    NSProgressIndicator *discreteProgress; ///< nil for the pane
 };
 
 /// The fields of an object that has them all.
 template<class Owner>
-[[nodiscard]] DownloadFields downloadFieldsOf(Owner *owner) {
+[[nodiscard]] DownloadFields downloadFields(Owner *owner) {
     return {.delegate = owner,
             .ulrList = owner->ulrList,
             .sFilePath = owner->sFilePath,

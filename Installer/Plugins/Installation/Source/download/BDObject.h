@@ -4,37 +4,37 @@
 /// delegate a row can be. Main thread.
 @interface BDObject : NSObject <NSURLDownloadDelegate> {
 @package
-    NSProgressIndicator *continuousProgress;
-    NSProgressIndicator *discreteProgress;
-    int currentStep;
-    NSButtonCell *checkButton;
-    BOOL checkBTStatus;
-    NSString *sFilePath;
-    NSURLDownload *filedownload;
-    NSURLRequest *request;
-    double double_percent;
+    NSProgressIndicator *continuousProgress; ///< the spinner; owned
+    NSProgressIndicator *discreteProgress;   ///< the bar, 0 to 99; owned
+    int currentStep;                         ///< 0 at creation
+    NSButtonCell *checkButton;               ///< the check box
+    BOOL checkBTStatus;                      ///< whether the row is ticked
+    NSString *sFilePath;                     ///< where its download goes
+    NSURLDownload *filedownload;             ///< its download, while a retry of its own runs
+    NSURLRequest *request;                   ///< unused, as the others without a word
+    double double_percent;                   ///< percentage of the current file, 0 to 100
     NSString *MDLstring;
     NSString *MDLpath;
     NSString *downlodedpath;
     NSURL *originalURL;
-    NSURL *fileURL;
+    NSURL *fileURL; ///< the file that was created
     NSURLDownload *xmldownload;
     NSURL *xmloriginalURL;
     NSURL *xmlfileURL;
-    BOOL downloadIsIndeterminate;
-    float downloadProgress;
+    BOOL downloadIsIndeterminate; ///< cleared by a response with a length
+    float downloadProgress;       ///< fraction of the current file, 0 to 1
     BOOL downloading;
-    long long expectedContentLength;
-    long long downloadedSoFar;
-    NSDictionary *downloadinfo;
+    long long expectedContentLength; ///< bytes announced, -1 when unknown
+    long long downloadedSoFar;       ///< bytes received
+    NSDictionary *downloadinfo;      ///< what the last "downloadinfoo" carried
     NSDictionary *downloadindexDic;
-    NSMutableArray *TestArray;
-    NSString *Installstatus;
-    int errcodeStr;
-    NSString *Cancelstatus;
-    NSString *ulrList;
-    int nRetry;
-    double mDownloadProgress;
+    NSMutableArray *TestArray; ///< empty
+    NSString *Installstatus;   ///< "Installing", "Installed", or any text set
+    int errcodeStr;            ///< last download error code, 0 without one
+    NSString *Cancelstatus;    ///< "CancelDownload" once cancelled
+    NSString *ulrList;         ///< address of the archive
+    int nRetry;                ///< retries used, 0 to 2
+    double mDownloadProgress;  ///< percentage last reported, 0 to 100
 }
 
 - (int)currentStep;

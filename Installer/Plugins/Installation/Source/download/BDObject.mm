@@ -144,12 +144,12 @@ static void discard(NSProgressIndicator *indicator) {
 
 - (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response {
     (void)download;
-    vant::acceptResponse(vant::downloadFieldsOf(self), response);
+    vant::acceptResponse(vant::downloadFields(self), response);
 }
 
 - (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length {
     (void)download;
-    if (!vant::acceptData(vant::downloadFieldsOf(self), length))
+    if (!vant::acceptData(vant::downloadFields(self), length))
         return;
     [discreteProgress setDoubleValue:double_percent];
     mDownloadProgress = double_percent;
@@ -157,15 +157,15 @@ static void discard(NSProgressIndicator *indicator) {
 
 - (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path {
     (void)download;
-    vant::announceDestination(vant::downloadFieldsOf(self), path);
+    vant::announceDestination(vant::downloadFields(self), path);
 }
 
 - (void)downloadDidFinish:(NSURLDownload *)download {
-    vant::finishDownload(vant::downloadFieldsOf(self), download);
+    vant::finishDownload(vant::downloadFields(self), download);
 }
 
 - (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error {
-    vant::acceptFailure(vant::downloadFieldsOf(self), download, error);
+    vant::acceptFailure(vant::downloadFields(self), download, error);
 }
 
 @end

@@ -7,7 +7,7 @@ enum class FailureClass { Network, Disk, Unknown };
 
 constexpr int retriesAllowed = 2;
 
-FailureClass classOf(int code) noexcept {
+FailureClass failureClass(int code) noexcept {
     switch (code) {
     case -1009: // not connected to the internet
     case -1005: // connection lost
@@ -24,7 +24,7 @@ FailureClass classOf(int code) noexcept {
 } // namespace
 
 FailureOutcome failureOutcome(int code, int retriesUsed) noexcept {
-    switch (classOf(code)) {
+    switch (failureClass(code)) {
     case FailureClass::Network:
         return retriesUsed < retriesAllowed ? FailureOutcome::Retry : FailureOutcome::NetworkLost;
     case FailureClass::Disk:
@@ -36,7 +36,7 @@ FailureOutcome failureOutcome(int code, int retriesUsed) noexcept {
 }
 
 std::string_view failureTrace(int code) noexcept {
-    switch (classOf(code)) {
+    switch (failureClass(code)) {
     case FailureClass::Network:
         return "***ERROR*** Download did fail with error: 1009,1001,1005,1003";
     case FailureClass::Disk:

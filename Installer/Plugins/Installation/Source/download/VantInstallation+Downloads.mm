@@ -27,12 +27,12 @@ struct VantFinishOrder : vant::FinishOrder {};
 
 - (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response {
     (void)download;
-    vant::acceptResponse(vant::downloadFieldsOf(self), response);
+    vant::acceptResponse(vant::downloadFields(self), response);
 }
 
 - (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length {
     (void)download;
-    if (!vant::acceptData(vant::downloadFieldsOf(self), length))
+    if (!vant::acceptData(vant::downloadFields(self), length))
         return;
     [self showDownloadedShare:vant::overallShare(double_percent, [selectedarrXML count], cdDownloadIndex)];
     mDownloadProgress = double_percent;
@@ -40,20 +40,20 @@ struct VantFinishOrder : vant::FinishOrder {};
 
 - (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path {
     [self finishOrder].created(download);
-    vant::announceDestination(vant::downloadFieldsOf(self), path);
+    vant::announceDestination(vant::downloadFields(self), path);
 }
 
 - (void)downloadDidFinish:(NSURLDownload *)download {
     if ([self finishOrder].finished(download))
         [self announceFinishedDownloads];
     else
-        vant::finishDownload(vant::downloadFieldsOf(self), download);
+        vant::finishDownload(vant::downloadFields(self), download);
 }
 
 /// One at a time, and asking anew after each: a handler may turn the run loop, and with it this operation.
 - (void)announceFinishedDownloads {
     while (const auto download = [self finishOrder].next(vant::utf8([self pathToExpandNext])))
-        vant::finishDownload(vant::downloadFieldsOf(self), static_cast<NSURLDownload *>(const_cast<void *>(*download)));
+        vant::finishDownload(vant::downloadFields(self), static_cast<NSURLDownload *>(const_cast<void *>(*download)));
 }
 
 - (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error {
@@ -61,7 +61,7 @@ struct VantFinishOrder : vant::FinishOrder {};
     [self trace:@"***ERROR*** Download did fail with error:[%d]", code];
     [self trace:@"%@", vant::nsString(vant::failureTrace(code))];
     [self runHasLostDownload:download];
-    const auto outcome = vant::acceptFailure(vant::downloadFieldsOf(self), download, error);
+    const auto outcome = vant::acceptFailure(vant::downloadFields(self), download, error);
     [self finishOrder].failed(download);
     if (outcome == vant::FailureOutcome::Retry)
         [self noteStartedDownload];

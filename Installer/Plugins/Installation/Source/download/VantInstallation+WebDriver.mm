@@ -33,7 +33,7 @@ static void post(NSString *name, NSDictionary *info) {
 
 - (void)webDriverDownloading:(NSString *)address {
     nRetry = 0;
-    const vant::DownloadFields fields = vant::downloadFieldsOf(self);
+    const vant::DownloadFields fields = vant::downloadFields(self);
     vant::openDownload(fields, address);
     NSMutableDictionary *info = [NSMutableDictionary dictionaryWithCapacity:10];
     [info setObject:self forKey:VantTestKey];

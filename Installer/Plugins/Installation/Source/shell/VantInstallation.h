@@ -44,99 +44,99 @@
 /// Thread: main, where an operation says nothing else.
 @interface VantInstallation : NSObject {
     // The host: set at creation.
-    NSDictionary *modelInfo;
-    id<VantObserver> mObserver; // ◆ told of the end
-    IBOutlet NSView *mView;
+    NSDictionary *modelInfo;    ///< the model record; held from creation to destruction
+    id<VantObserver> mObserver; ///< ◆ the host's observer, not owned; told of the end
+    IBOutlet NSView *mView;     ///< root view
 
     // The user settings: set at creation.
-    NSString *mUserOptionsFilePath5;
-    int mSmartUpdate;
-    int mWebError;
-    BOOL VantInstallationDebugFlag; // ◆ read before each trace entry
+    NSString *mUserOptionsFilePath5; ///< full path of the settings file
+    int mSmartUpdate;                ///< 1 when "Smart Update" is "1", else 0
+    int mWebError;                   ///< 1 when "WebError" is "1", else 0: no web flow then
+    BOOL VantInstallationDebugFlag;  ///< ◆ whether the trace log is written; read before each entry
 
     // The run as a whole: creation, administrator rights, the network's end, set-aside.
-    BOOL mAuthCancelledOrError;
-    BOOL mInstallationInProgressStatus;
-    BOOL mNonFlatInstaller;
-    BOOL uploadToRDSDone;
+    BOOL mAuthCancelledOrError;         ///< the rights were refused: the pane is invalid
+    BOOL mInstallationInProgressStatus; ///< the network was given up: once per pane
+    BOOL mNonFlatInstaller;             ///< the set-aside folder was opened
+    BOOL uploadToRDSDone;               ///< YES from creation on
 
     // The installation of packages: obtained by the main thread, then the installer threads' own.
-    int status;                                 // ◆
-    AuthorizationRef authorizationRef;          // ◆
-    NSMutableDictionary *mInstalledPackageDict; // ◆ outcome words by package file name
-    double mProgressindicatorValue;             // ◆ read by the main thread's updates
-    double mShownInstallationProgress;          // ◆ what the installation bar shows; written by the main thread
+    int status;                                 ///< ◆ result of the last authorization call, or of the output's end
+    AuthorizationRef authorizationRef;          ///< ◆ obtained once, used for every package
+    NSMutableDictionary *mInstalledPackageDict; ///< ◆ outcome words by package file name
+    double mProgressindicatorValue;             ///< ◆ last progress computed; read by the main thread's updates
+    double mShownInstallationProgress;          ///< ◆ what the installation bar shows; written by the main thread
 
     // The lists of packages: filled by the main thread, counted and read by installer threads.
-    NSMutableArray *mInstallCompArrayForSmartUpdate; // ◆
-    NSMutableArray *mInstallCompArrayForCDUpdate;    // ◆
+    NSMutableArray *mInstallCompArrayForSmartUpdate; ///< ◆ web records
+    NSMutableArray *mInstallCompArrayForCDUpdate;    ///< ◆ media records
 
     // The selections and their rows.
-    NSMutableArray *selectedarrXML;
-    NSMutableArray *selectedarrXML1;
-    NSMutableArray *objects;
-    NSMutableArray *objects1;
-    IBOutlet NSTableView *list1;
-    NSMutableArray *mSelectedSoftwareList;
+    NSMutableArray *selectedarrXML;        ///< entries of the web selection
+    NSMutableArray *selectedarrXML1;       ///< entries of the media selection
+    NSMutableArray *objects;               ///< a `BDObject` for each web entry
+    NSMutableArray *objects1;              ///< a `BDObject` for each media entry
+    IBOutlet NSTableView *list1;           ///< the table of rows
+    NSMutableArray *mSelectedSoftwareList; ///< kinds reported to the host
 
     // Bookkeeping of what was selected.
-    NSMutableArray *selectedmodellocations;
-    int selectedcomponentCount;
-    NSString *locationstr;
-    BOOL isParseXML;
-    BOOL isParseXML1;
-    NSMutableArray *installedcountArr;
-    NSMutableArray *installedcountArr1;
-    NSArray *objIndexArray;
-    NSMutableArray *scancounts;
+    NSMutableArray *selectedmodellocations; ///< locations of the components taken up
+    int selectedcomponentCount;             ///< their number
+    NSString *locationstr;                  ///< the location taken up last
+    BOOL isParseXML;                        ///< YES from set-up on
+    BOOL isParseXML1;                       ///< YES from set-up on
+    NSMutableArray *installedcountArr;      ///< made new by the web view
+    NSMutableArray *installedcountArr1;     ///< made new by the media view
+    NSArray *objIndexArray;                 ///< copy of `myDownloadinfoArray` when the view had begun
+    NSMutableArray *scancounts;             ///< made new by both views
 
     // The downloads and what they expand into.
-    NSMutableArray *myDownloadinfoArray;
-    NSMutableArray *myMutableArray;
-    struct VantFinishOrder *finishOrder; // which finish may be announced
-    NSMutableArray *downloadcompletedcountArr;
-    NSMutableArray *unzipcountArr;
-    NSString *documentsDirectoryPath;
-    int scannerCount;
-    int copyflag;
-    int installflag;
+    NSMutableArray *myDownloadinfoArray;       ///< an entry for each download started
+    NSMutableArray *myMutableArray;            ///< what each "downloadinfoo" carried, in order of the files
+    struct VantFinishOrder *finishOrder;       ///< which finish may be announced
+    NSMutableArray *downloadcompletedcountArr; ///< an entry for each download finished
+    NSMutableArray *unzipcountArr;             ///< an entry for each archive expanded
+    NSString *documentsDirectoryPath;          ///< full path of the expanded item looked at last
+    int scannerCount;                          ///< 4 once a Scan Manager has been found
+    int copyflag;                              ///< 1 when the last archive held something to set aside
+    int installflag;                           ///< 0 always
 
 @package // The download that was started last: shared with the rules of `ArchiveDownload`, which serve the rows too.
-    int nRetry;
-    NSString *ulrList;
-    NSString *sFilePath;
-    NSURLDownload *filedownload;
-    NSDictionary *downloadinfo;
-    NSDictionary *downloadindexDic;
-    NSMutableArray *TestArray;
-    double double_percent;
-    NSProgressIndicator *discreteProgress;
-    double mDownloadProgress;
-    int errcodeStr;
-    BOOL downloadIsIndeterminate;
-    float downloadProgress;
-    long long expectedContentLength;
-    long long downloadedSoFar;
-    NSURL *fileURL;
+    int nRetry;                            ///< retries used for the current address, 0 to 2
+    NSString *ulrList;                     ///< address started last
+    NSString *sFilePath;                   ///< where it is downloaded to
+    NSURLDownload *filedownload;           ///< the platform's object for it
+    NSDictionary *downloadinfo;            ///< what the last "downloadinfoo" carried
+    NSDictionary *downloadindexDic;        ///< what the last "webDownloadStartNotification" carried
+    NSMutableArray *TestArray;             ///< never made
+    double double_percent;                 ///< percentage of the current file, 0 to 100
+    NSProgressIndicator *discreteProgress; ///< bar of the current download; the pane has none
+    double mDownloadProgress;              ///< percentage last reported, 0 to 100
+    int errcodeStr;                        ///< last download error code, 0 without one
+    BOOL downloadIsIndeterminate;          ///< cleared by a response with a length
+    float downloadProgress;                ///< fraction of the current file, 0 to 1
+    long long expectedContentLength;       ///< bytes announced by the last response, -1 when unknown
+    long long downloadedSoFar;             ///< bytes received since then, of all downloads
+    NSURL *fileURL;                        ///< the file created last
 
 @protected
     // The bars and the status line, connected by the nib: touched by `StatusLine` alone.
-    IBOutlet NSProgressIndicator *mVTPackageDownloadProg;
-    IBOutlet NSProgressIndicator *mVTPackageInstallationProg;
-    IBOutlet NSProgressIndicator *mVTPackageInstallationProgDummy;
-    IBOutlet NSTextField *mProgressInfoTF;
+    IBOutlet NSProgressIndicator *mVTPackageDownloadProg;          ///< 0 to 100, over all downloads
+    IBOutlet NSProgressIndicator *mVTPackageInstallationProg;      ///< 0 to 100, over all packages
+    IBOutlet NSProgressIndicator *mVTPackageInstallationProgDummy; ///< stands in for both until there is work
+    IBOutlet NSTextField *mProgressInfoTF;                         ///< the status line
 
     // The slides: connected by the nib, touched by `SlideRotation` alone.
-    IBOutlet NSImageView *imageView;
-    IBOutlet NSButton *nextButton;
-    IBOutlet NSButton *backButton;
-    IBOutlet NSTextField *productTitle;
-    IBOutlet NSTextField *productDesc;
-    IBOutlet NSMatrix *radioButton;
-    NSTimer *timer;
-    BOOL autoTrigger;
-    NSInteger prevSelection;
-    VantComponentTable *componentTable; // told how the run goes; told, too, when the pane is destroyed
+    IBOutlet NSImageView *imageView;    ///< picture of the page
+    IBOutlet NSButton *nextButton;      ///< tag 2
+    IBOutlet NSButton *backButton;      ///< tag 1
+    IBOutlet NSTextField *productTitle; ///< title of the page
+    IBOutlet NSTextField *productDesc;  ///< text of the page
+    IBOutlet NSMatrix *radioButton;     ///< page dots, tag 0
+    NSTimer *timer;                     ///< turns the pages until the user does
+    BOOL autoTrigger;                   ///< the timer has turned a page
+    NSInteger prevSelection;            ///< page shown, 0 or 1
+    VantComponentTable *componentTable; ///< told how the run goes, and when the pane is destroyed
 
     // Part of the interface that hosts and nibs were written against; no operation uses them.
     NSString *ReadMDLstring;

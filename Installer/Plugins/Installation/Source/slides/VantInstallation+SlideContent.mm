@@ -33,7 +33,7 @@ static NSString *elementOfSlideFile(id fallBack, const char *opening, const char
     return vant::nsString(vant::textBetween(vant::utf8(content), opening, closing));
 }
 
-static NSString *firstOf(NSString *main, NSString *fallBack) {
+static NSString *firstPresent(NSString *main, NSString *fallBack) {
     return main != nil ? main : fallBack;
 }
 
@@ -64,7 +64,7 @@ static NSString *firstOf(NSString *main, NSString *fallBack) {
 }
 
 - (NSString *)firstSlideImagePath {
-    return firstOf([self getGTAImagePath:nil], [self getDefaultGTAImagePath]);
+    return firstPresent([self getGTAImagePath:nil], [self getDefaultGTAImagePath]);
 }
 
 - (NSImage *)firstSlideImageAtPath:(NSString *)path {
@@ -77,12 +77,12 @@ static NSString *firstOf(NSString *main, NSString *fallBack) {
 }
 
 - (NSString *)firstSlideTitle {
-    NSString *title = firstOf([self getGTATitlestring:nil], [self getDefaultGTATitlestring]);
+    NSString *title = firstPresent([self getGTATitlestring:nil], [self getDefaultGTATitlestring]);
     return title != nil ? title : [self vendorStringForKey:@"TONER.TITLE"];
 }
 
 - (NSString *)firstSlideDescription {
-    NSString *description = firstOf([self getGTADescString:nil], [self getDefaultGTADescString]);
+    NSString *description = firstPresent([self getGTADescString:nil], [self getDefaultGTADescString]);
     return description != nil ? description : [self vendorStringForKey:@"TONER.DESC"];
 }
 

@@ -2,6 +2,7 @@
 
 #import "base/Accessibility.h"
 #import "base/Bridge.h"
+#import "base/Locations.h"
 #import "base/MainQueue.h"
 #include "base/Paths.hpp"
 #import "base/PropertyList.h"
@@ -19,10 +20,6 @@
 #import "ui/VantTableSight.h"
 
 using vant::RowState;
-
-static BOOL isFilled(NSString *folder) {
-    return folder != nil && [[[NSFileManager defaultManager] enumeratorAtPath:folder] nextObject] != nil;
-}
 
 @interface VantComponentTable () <VantRowIndicators>
 @end
@@ -85,7 +82,7 @@ static BOOL isFilled(NSString *folder) {
 
 - (void)archiveExpanded:(NSNotification *)notification {
     NSString *folder = VantStringForKey([notification userInfo], VantExpandedPathKey);
-    const bool whole = isFilled(folder);
+    const bool whole = VantFolderHoldsAnything(folder);
     const auto key = std::string(vant::lastPathComponent(vant::utf8(folder)));
     // By the time of the change the pane has searched the folder.
     [self change:[self, key, whole](vant::TableRows &known) {

@@ -61,7 +61,7 @@ Percentage readPercentage(std::string_view text) noexcept {
     return {.value = value, .whole = *whole};
 }
 
-std::optional<Percentage> percentageOf(std::string_view line) noexcept {
+std::optional<Percentage> progressPercentage(std::string_view line) noexcept {
     const std::size_t marker = line.find(progressMarker);
     if (marker == std::string_view::npos)
         return std::nullopt;
@@ -84,7 +84,7 @@ bool isFailure(const char *line) noexcept {
 
 InstallerLine readInstallerLine(const char *line) noexcept {
     const std::string_view text(line);
-    InstallerLine read{.percentage = percentageOf(text)};
+    InstallerLine read{.percentage = progressPercentage(text)};
     if (text.starts_with(successStart))
         read.verdict = LineVerdict::Success;
     else if (isFailure(line))

@@ -126,7 +126,7 @@ private:
 
 - (void)showProgressOfPackage:(const vant::Package &)package percentage:(double)percentage {
     @autoreleasepool {
-        NSString *name = [self displayNameOfComponent:package.componentName inFlow:package.flow];
+        NSString *name = [self displayNameComponent:package.componentName inFlow:package.flow];
         NSString *text = [self displayInstallingForComponent:name];
         vant::onMainQueue([pane = vant::Retained<VantInstallation>::retain(self),
                            shown = vant::Retained<NSString>::retain(text), flow = package.flow, percentage] {

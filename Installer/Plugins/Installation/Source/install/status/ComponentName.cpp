@@ -2,7 +2,7 @@
 
 namespace vant {
 
-DisplayName displayNameOf(Flow flow, std::string_view componentName) noexcept {
+DisplayName displayName(Flow flow, std::string_view componentName) noexcept {
     const Component *known = findComponent(componentName);
     if (!known)
         return {};

@@ -6,7 +6,7 @@
 namespace vant {
 
 /// The display name of a component, compared exactly. Names that are not in the catalogue are shown as they are.
-[[nodiscard]] DisplayName displayNameOf(Flow flow, std::string_view componentName) noexcept;
+[[nodiscard]] DisplayName displayName(Flow flow, std::string_view componentName) noexcept;
 
 /// Whether the component is the flow's printer driver, while whose installation the marker file exists.
 [[nodiscard]] bool isPrinterDriver(Flow flow, std::string_view componentName) noexcept;

@@ -27,7 +27,7 @@
 /// The status text for a component's display name, in the word order of the host's language. Thread: any.
 - (NSString *)displayInstallingForComponent:(NSString *)componentName;
 /// What a component of this name is called in the status text. Thread: any.
-- (NSString *)displayNameOfComponent:(const std::string &)component inFlow:(vant::Flow)flow;
+- (NSString *)displayNameComponent:(const std::string &)component inFlow:(vant::Flow)flow;
 /// Sets the installation bar. Thread: main.
 - (void)updateProgressWithDoubleValue:(double)value;
 /// Sets the status line. Thread: main.

@@ -100,8 +100,8 @@ static const std::chrono::milliseconds longestWaitForMainThread{2000};
     return vant::nsString(shown.text);
 }
 
-- (NSString *)displayNameOfComponent:(const std::string &)component inFlow:(vant::Flow)flow {
-    const vant::DisplayName name = vant::displayNameOf(flow, component);
+- (NSString *)displayNameComponent:(const std::string &)component inFlow:(vant::Flow)flow {
+    const vant::DisplayName name = vant::displayName(flow, component);
     if (name.source == vant::DisplayName::Source::Itself)
         return vant::nsString(component);
     NSString *text = vant::nsString(name.text);
