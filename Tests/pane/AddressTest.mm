@@ -9,7 +9,7 @@ using namespace vant::test;
 static int asked = 0;
 
 /// The constructor of newer systems, which this one lacks.
-static id urlWithoutEscapes(id, SEL, NSString *address, BOOL escapes) {
+static NSURL *urlWithoutEscapes(id, SEL, NSString *address, BOOL escapes) {
     asked += escapes ? 0 : 1;
     return [NSURL URLWithString:address];
 }

@@ -31,18 +31,17 @@ constexpr mode_t allowedModes = 0755;
 
 std::optional<Request> parse(std::span<char *const> arguments) {
     Request request;
-    bool extract = false;
+    std::string letters;
     while (!arguments.empty() && std::string_view(arguments.front()).starts_with('-')) {
-        for (const char letter : std::string_view(arguments.front()).substr(1)) {
-            if (letter != 'x' && letter != 'k')
-                return std::nullopt;
-            extract = extract || letter == 'x';
-            request.kind = letter == 'k' ? Kind::Zip : request.kind;
-        }
+        letters += std::string_view(arguments.front()).substr(1);
         arguments = arguments.subspan(1);
     }
-    if (!extract || arguments.size() != 2 || std::string_view(arguments[1]).empty())
+    const bool known = letters.find_first_not_of("xk") == std::string::npos;
+    const bool extract = letters.find('x') != std::string::npos;
+    if (!known || !extract || arguments.size() != 2 || std::string_view(arguments[1]).empty())
         return std::nullopt;
+    if (letters.find('k') != std::string::npos)
+        request.kind = Kind::Zip;
     request.archive = arguments[0];
     request.folder = arguments[1];
     return request;

@@ -21,22 +21,22 @@ static BOOL endsPackage(NSString *name) {
     ] containsObject:name];
 }
 
+/// The first path in a record or in user information, nil when there is none.
+static NSString *pathIn(id carrier) {
+    if (![carrier isKindOfClass:[NSDictionary class]])
+        return nil;
+    for (NSString *key in @[ @"LOCATION", @"installerpath", @"Path", @"path" ])
+        if ([[carrier objectForKey:key] isKindOfClass:[NSString class]])
+            return [carrier objectForKey:key];
+    return nil;
+}
+
 /// What the notification is about: the last part of the first path that it carries.
 static NSString *subject(NSNotification *notification) {
-    NSArray *carriers = @[
-        [notification object] != nil ? [notification object] : @"",
-        [notification userInfo] != nil ? [notification userInfo] : @""
-    ];
-    for (id carrier in carriers) {
-        if (![carrier isKindOfClass:[NSDictionary class]])
-            continue;
-        for (NSString *key in @[ @"LOCATION", @"installerpath", @"Path", @"path" ]) {
-            id path = [carrier objectForKey:key];
-            if ([path isKindOfClass:[NSString class]])
-                return [path lastPathComponent];
-        }
-    }
-    return @"";
+    NSString *path = pathIn([notification object]);
+    if (path == nil)
+        path = pathIn([notification userInfo]);
+    return path == nil ? @"" : [path lastPathComponent];
 }
 
 @implementation EventRecorder

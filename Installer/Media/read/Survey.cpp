@@ -60,15 +60,20 @@ SlideSet slideSet(const fs::path &folder) {
     return set;
 }
 
+/// Folders of a slide set that are no language's.
+void lookForStrayLanguages(const fs::path &set, std::vector<std::string> &stray) {
+    for (const std::string &name : namesIn(set))
+        if (languageOfCode(name) == nullptr && !name.starts_with('.'))
+            stray.push_back((set / name).string());
+}
+
 void lookAtSlides(Survey &found) {
     const fs::path media = found.media;
     for (const Language &language : languages())
         found.slides.push_back({std::string(language.code), slideSet(media / "GTA" / language.code),
                                 slideSet(media / "GTA_Default" / language.code)});
     for (const char *set : {"GTA", "GTA_Default"})
-        for (const std::string &name : namesIn(media / set))
-            if (languageOfCode(name) == nullptr && !name.starts_with('.'))
-                found.strayLanguages.push_back((media / set / name).string());
+        lookForStrayLanguages(media / set, found.strayLanguages);
 }
 
 void lookAtProfiles(Survey &found) {

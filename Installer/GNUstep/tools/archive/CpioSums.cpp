@@ -52,19 +52,26 @@ void CpioSums::feed(std::span<const char> bytes) {
         const auto wanted = part_ == Part::Header ? headerLength - header_.size() : left_;
         const auto here = bytes.first(std::min<std::uint64_t>(wanted, bytes.size()));
         bytes = bytes.subspan(here.size());
-        if (part_ == Part::Header) {
-            header_.append(here.begin(), here.end());
-            if (header_.size() == headerLength)
-                readHeader();
-            continue;
-        }
-        const auto counted = std::min<std::uint64_t>(here.size(), left_ - std::min(left_, padding_));
-        if (part_ == Part::Data)
-            sum_ = std::accumulate(here.begin(), here.begin() + static_cast<std::ptrdiff_t>(counted), sum_,
-                                   [](std::uint32_t sum, char byte) { return sum + static_cast<unsigned char>(byte); });
-        left_ -= here.size();
-        endOfPart();
+        if (part_ == Part::Header)
+            takeHeader(here);
+        else
+            takePart(here);
     }
+}
+
+void CpioSums::takeHeader(std::span<const char> bytes) {
+    header_.append(bytes.begin(), bytes.end());
+    if (header_.size() == headerLength)
+        readHeader();
+}
+
+void CpioSums::takePart(std::span<const char> bytes) {
+    const auto counted = std::min<std::uint64_t>(bytes.size(), left_ - std::min(left_, padding_));
+    if (part_ == Part::Data)
+        sum_ = std::accumulate(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(counted), sum_,
+                               [](std::uint32_t sum, char byte) { return sum + static_cast<unsigned char>(byte); });
+    left_ -= bytes.size();
+    endOfPart();
 }
 
 void CpioSums::readHeader() {

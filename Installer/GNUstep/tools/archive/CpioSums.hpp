@@ -22,6 +22,8 @@ private:
     enum class Part { Header, Name, Data, Behind };
 
     void feed(std::span<const char> bytes);
+    void takeHeader(std::span<const char> bytes);
+    void takePart(std::span<const char> bytes);
     void readHeader();
     void endOfPart();
 

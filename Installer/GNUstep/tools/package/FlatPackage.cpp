@@ -27,6 +27,17 @@ bool isText(const std::string &path) {
     return name == "PackageInfo" || name == "Distribution";
 }
 
+/// The data of the entry that the reader stands at.
+std::string textIn(ArchiveReader &reader, std::size_t longest) {
+    std::string text;
+    for (DataBlock block; reader.nextBlock(block);) {
+        if (block.bytes.size() > longest - text.size())
+            throw ExpansionError("the package's descriptions exceed 8 MiB");
+        text.append(block.bytes.data(), block.bytes.size());
+    }
+    return text;
+}
+
 Contents contentsOf(const std::string &path) {
     Contents contents;
     std::size_t length = 0;
@@ -37,13 +48,8 @@ Contents contentsOf(const std::string &path) {
             throw ExpansionError("the package's table of contents is damaged");
         if (!isText(entry.path))
             continue;
-        auto &text = contents.texts[entry.path];
-        for (DataBlock block; reader->nextBlock(block);) {
-            length += block.bytes.size();
-            if (length > longestTexts)
-                throw ExpansionError("the package's descriptions exceed 8 MiB");
-            text.append(block.bytes.data(), block.bytes.size());
-        }
+        contents.texts[entry.path] = textIn(*reader, longestTexts - length);
+        length += contents.texts[entry.path].size();
     }
     return contents;
 }
