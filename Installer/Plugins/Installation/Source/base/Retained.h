@@ -10,6 +10,7 @@ namespace vant {
 template<class T>
 class Retained {
 public:
+    /// Owns nothing.
     Retained() = default;
     [[nodiscard]] static Retained assume(T *object) { return Retained(object); }
     [[nodiscard]] static Retained retain(T *object) { return Retained([object retain]); }
@@ -22,6 +23,7 @@ public:
     }
     ~Retained() { [object_ release]; }
 
+    /// The object, nil for none; valid as long as its owner.
     [[nodiscard]] T *get() const { return object_; }
 
 private:

@@ -12,6 +12,7 @@ template<class Value>
     return value;
 }
 
+/// Writes a value that another thread may read meanwhile.
 template<class Value>
 void setSharedValue(Value &shared, Value value) noexcept {
     __atomic_store(&shared, &value, __ATOMIC_RELAXED);

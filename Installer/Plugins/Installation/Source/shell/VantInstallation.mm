@@ -21,7 +21,7 @@ static NSString *const stringTable = @"Localizable-Inst";
 
 - (id)initWithModel:(NSDictionary *)model {
     // The observer comes before everything else, the root class's initialiser included: hosts rely on being reachable
-    // from the moment the interface description loads.
+    // from the moment the nib loads.
     mObserver = [model objectForKey:VantModelObserverKey];
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"

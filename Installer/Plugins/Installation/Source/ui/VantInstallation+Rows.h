@@ -22,5 +22,6 @@
 
 /// From now on the table is told what happens, until the pane is destroyed.
 - (void)joinComponentTable:(VantComponentTable *)table;
+/// From now on nothing is told.
 - (void)leaveComponentTable;
 @end

@@ -2,8 +2,8 @@
 
 @class VantButton;
 
-/// An object of the interface description: gives its controls the images and texts that lie in the plug-in's own
-/// bundle, which an interface description cannot name in the same way on every platform. Main thread.
+/// An object of the nib: gives its controls the images and texts that lie in the plug-in's own
+/// bundle, which a nib cannot name in the same way on every platform. Main thread.
 @interface VantNibSetup : NSObject {
     IBOutlet NSButton *backButton;
     IBOutlet NSButton *nextButton;

@@ -48,7 +48,7 @@ static void beginTextAt(CGFloat x, NSControl *control) {
         beginTextAt(rightColumn, each);
 }
 
-// Not every platform reads these from an interface description.
+// Not every platform reads these from a nib.
 - (void)settleControls {
     [title setFont:[NSFont boldSystemFontOfSize:[[title font] pointSize]]];
     [pageIndicator setMode:NSRadioModeMatrix];

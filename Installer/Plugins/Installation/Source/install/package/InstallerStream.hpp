@@ -16,6 +16,7 @@ public:
     InstallerStream &operator=(const InstallerStream &) = delete;
     InstallerStream(InstallerStream &&) = delete;
     InstallerStream &operator=(InstallerStream &&) = delete;
+    /// Closes the stream.
     ~InstallerStream();
 
     /// The next line, at most 1023 bytes of it, with its line feed when that is among them; null at the stream's end.
@@ -26,6 +27,7 @@ public:
     void drain() noexcept;
 
 private:
+    /// Reads on; false at the end of the stream.
     bool refill() noexcept;
 
     std::FILE *stream_;

@@ -33,23 +33,27 @@ class PackageRunPane {
 public:
     /// Launches the installer with administrator rights; gives the platform's result code, and its output on success.
     virtual int launchInstaller(const InstallerArguments &arguments, std::FILE *&output) = 0;
+    /// Installs colour profiles when a package of this name calls for them; blocks until they are copied.
     virtual void installColourProfiles(const std::string &packageFileName) = 0;
 
     /// Where the flow's list stands.
     [[nodiscard]] virtual ListPosition position() const = 0;
     /// The installation bar's current value.
     [[nodiscard]] virtual double barValue() const = 0;
+    /// Keeps the progress of the whole list, 0 to 100, which the media flow's bar shows.
     virtual void setProgress(double progress) = 0;
     /// Brings bar and status line up to date for a percentage of this package, later, on the main thread.
     virtual void showProgress(const Package &package, double percentage) = 0;
 
     /// The result code of the last authorization call, or of the output's end. Hosts may change it during a run.
     [[nodiscard]] virtual int status() const = 0;
+    /// Keeps a result code.
     virtual void setStatus(int code) = 0;
     /// Keeps the outcome under the package's file name; a later one replaces it.
     virtual void recordOutcome(const std::string &packageFileName, InstallOutcome outcome) = 0;
     /// Announces the next package, or that the list is done.
     virtual void announceWhatFollows(Flow flow) = 0;
+    /// Writes a trace entry when tracing is on.
     virtual void trace(std::string_view message) = 0;
 
 protected:
