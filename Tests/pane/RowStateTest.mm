@@ -6,6 +6,7 @@
 #import "WebTest.h"
 
 #include "Jail.hpp"
+#include <ctime>
 
 using namespace vant::test;
 
@@ -267,23 +268,37 @@ TEST_F(RowStates, ASpinnerTurnsInSightOnly) {
     EXPECT_TRUE([[row(1) continuousProgress] isHidden]);
 }
 
+/// CPU time of this thread: what other processes take meanwhile is no cost of the table.
+static double threadSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+/// The most that the table's rows may cost for one ended package, in seconds.
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+static constexpr double longestForPackage = 0.030; // each access costs several times as much
+#else
+static constexpr double longestForPackage = 0.003;
+#endif
+
 TEST_F(RowStates, APackageCostsTheSameHoweverManyRowsThereAre) {
     const auto secondsOf = [&](NSUInteger count) {
         showMedia(count);
         [pane runWillInstall];
         EXPECT_TRUE(waitUntil([&] { return letterOf(0) == '>'; }));
-        NSDate *start = [NSDate date];
+        const double before = threadSeconds();
         for (int position = 1; position <= 40; ++position)
             goOn(@"InstallNextCDComponent", position);
         EXPECT_TRUE(waitUntil([&] { return letterOf(39) == 'D'; }));
-        const double seconds = -[start timeIntervalSinceNow];
+        const double seconds = threadSeconds() - before;
         std::printf("%lu rows: %.2f ms a package\n", static_cast<unsigned long>(count), seconds * 25);
         return seconds;
     };
     secondsOf(41);
     [mediaList removeAllObjects];
     processCounter("cdInstallIndex") = 0;
-    EXPECT_LT(secondsOf(4000), 40 * 0.003);
+    EXPECT_LT(secondsOf(4000), 40 * longestForPackage);
 }
 
 /// What becomes of the table once the host lets the pane go, after a person has touched a slide: no timer holds the

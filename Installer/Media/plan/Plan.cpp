@@ -28,6 +28,7 @@ void planMedia(Plan &plan, const PlanInput &input) {
     for (const MediaComponent &component : addedMediaComponents(sources))
         listed.push_back({component.location, component.kind, originOfAdded(component), {}});
     std::vector<std::optional<std::string>> kinds;
+    kinds.reserve(listed.size());
     for (const PlannedPackage &package : listed)
         kinds.push_back(package.component);
     for (const std::size_t position : installOrder(kinds))

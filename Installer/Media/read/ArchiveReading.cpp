@@ -77,7 +77,7 @@ ExpansionState readExpanded(const std::string &tool, const std::string &archive,
     if (!state.fault.empty())
         return state;
     for (const std::string &item : items)
-        state.packages.push_back(readPackage(target + "/" + item));
+        state.packages.push_back(readPackage(std::string(target).append("/").append(item)));
     return state;
 }
 

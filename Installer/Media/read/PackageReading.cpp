@@ -178,7 +178,7 @@ std::string listArchive(const std::string &path, bool isZip, const Alive &alive)
 } // namespace
 
 PackageState readPackage(const std::string &path) {
-    const PackageState state = stateOfFile(path);
+    PackageState state = stateOfFile(path);
     if (state.fault != PackageFault::None)
         return state;
     const ApartResult result = runApart([&path](const Alive &alive) { return faultOfPackage(path, alive); });

@@ -65,7 +65,7 @@ std::string profilesText(const ProfileLine &profiles) {
 }
 
 std::string coloured(Severity severity, bool isColoured) {
-    const std::string name(severityName(severity));
+    std::string name(severityName(severity));
     if (!isColoured)
         return name;
     const char *colour = severity == Severity::Error ? "31" : severity == Severity::Warning ? "33" : "36";
