@@ -4,6 +4,7 @@
 #import "install/chain/VantInstallation+UnpackChain.h"
 
 #include "Jail.hpp"
+#include <atomic>
 
 namespace fs = std::filesystem;
 
@@ -63,7 +64,7 @@ void WebTest::select(int count) {
     field<id>(pane, "selectedarrXML") = selection;
 }
 
-static int calls = 0;
+static std::atomic<int> calls = 0;
 
 static void countCall(id, SEL, id) {
     ++calls;

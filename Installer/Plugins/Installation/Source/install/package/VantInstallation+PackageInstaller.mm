@@ -143,11 +143,11 @@ private:
 }
 
 - (int)status {
-    return status;
+    return vant::sharedValue(status);
 }
 
 - (void)setStatus:(int)code {
-    status = code;
+    vant::setSharedValue(status, code);
 }
 
 - (void)recordOutcome:(vant::InstallOutcome)outcome forKey:(NSString *)fileName {
