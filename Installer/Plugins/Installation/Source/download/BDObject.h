@@ -26,7 +26,7 @@
     BOOL downloading;
     long long expectedContentLength; ///< bytes announced, -1 when unknown
     long long downloadedSoFar;       ///< bytes received
-    NSDictionary *downloadinfo;      ///< what the last "downloadinfoo" carried
+    NSDictionary *downloadinfo;      ///< what the last `VantDownloadInfoNotification` carried
     NSDictionary *downloadindexDic;
     NSMutableArray *TestArray; ///< empty
     NSString *Installstatus;   ///< "Installing", "Installed", or any text set

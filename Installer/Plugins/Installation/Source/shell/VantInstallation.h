@@ -91,9 +91,9 @@
     NSMutableArray *scancounts;             ///< made new by both views
 
     // The downloads and what they expand into.
-    NSMutableArray *myDownloadinfoArray;       ///< an entry for each download started
-    NSMutableArray *myMutableArray;            ///< what each "downloadinfoo" carried, in order of the files
-    struct VantFinishOrder *finishOrder;       ///< which finish may be announced
+    NSMutableArray *myDownloadinfoArray; ///< an entry for each download started
+    NSMutableArray *myMutableArray;      ///< what each `VantDownloadInfoNotification` carried, in order of the files
+    struct VantFinishOrder *finishOrder; ///< which finish may be announced
     NSMutableArray *downloadcompletedcountArr; ///< an entry for each download finished
     NSMutableArray *unzipcountArr;             ///< an entry for each archive expanded
     NSString *documentsDirectoryPath;          ///< full path of the expanded item looked at last
@@ -106,8 +106,8 @@
     NSString *ulrList;                     ///< address started last
     NSString *sFilePath;                   ///< where it is downloaded to
     NSURLDownload *filedownload;           ///< the platform's object for it
-    NSDictionary *downloadinfo;            ///< what the last "downloadinfoo" carried
-    NSDictionary *downloadindexDic;        ///< what the last "webDownloadStartNotification" carried
+    NSDictionary *downloadinfo;            ///< what the last `VantDownloadInfoNotification` carried
+    NSDictionary *downloadindexDic;        ///< what the last `VantWebDownloadStartNotification` carried
     NSMutableArray *TestArray;             ///< never made
     double double_percent;                 ///< percentage of the current file, 0 to 100
     NSProgressIndicator *discreteProgress; ///< bar of the current download; the pane has none
