@@ -5,6 +5,7 @@
 #import "selection/ComponentRecord.h"
 #include "selection/InstallOrder.hpp"
 #include "selection/SmartUpdateFilter.hpp"
+#import "selection/VantInstallation+PackageLists.h"
 
 #include <vector>
 
@@ -34,7 +35,7 @@ static void removePositions(NSMutableArray *records, const std::vector<std::size
         else
             [kept addObject:[records objectAtIndex:i]];
     }
-    [records setArray:kept];
+    vant::withList(records, [kept](NSMutableArray *list) { [list setArray:kept]; });
 }
 
 @implementation VantInstallation (InstallOrder)
@@ -47,7 +48,7 @@ static void removePositions(NSMutableArray *records, const std::vector<std::size
     NSMutableArray *ordered = [NSMutableArray arrayWithCapacity:[components count]];
     for (const std::size_t position : vant::installOrder(textsForKey(components, nameKey(name))))
         [ordered addObject:[components objectAtIndex:position]];
-    [components setArray:ordered];
+    vant::withList(components, [ordered](NSMutableArray *list) { [list setArray:ordered]; });
 }
 
 - (void)filteroutRedundantComponentsforSmartUpdate {
