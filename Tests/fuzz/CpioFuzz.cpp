@@ -6,11 +6,11 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const vant::fuzz::FuzzJail jail;
     try {
-        vant::FileSource file(jail.input(data, size));
-        vant::PlainBytes plain(file);
-        const auto reader = vant::ArchiveReader::payload(plain.source());
+        vant::tools::FileSource file(jail.input(data, size));
+        vant::tools::PlainBytes plain(file);
+        const auto reader = vant::tools::ArchiveReader::payload(plain.source());
         jail.expandHere(*reader);
-    } catch (const vant::ExpansionError &) {
+    } catch (const vant::tools::ExpansionError &) {
         return 0;
     }
     return 0;

@@ -11,7 +11,7 @@ using vant::fuzz::require;
 
 /// An accepted path has only names.
 void checkPath(std::string_view text) {
-    const auto path = vant::safeEntryPath(text);
+    const auto path = vant::tools::safeEntryPath(text);
     if (!path)
         return;
     const auto isName = [](const std::string &name) {
@@ -25,7 +25,7 @@ template<class Read>
 void readsOrRefuses(Read read) {
     try {
         read();
-    } catch (const vant::ExpansionError &) {
+    } catch (const vant::tools::ExpansionError &) {
         return;
     }
 }
@@ -36,11 +36,11 @@ void readsOrRefuses(Read read) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char *>(data), size);
     checkPath(text);
-    readsOrRefuses([&] { static_cast<void>(vant::readPackageInfo(text)); });
+    readsOrRefuses([&] { static_cast<void>(vant::tools::readPackageInfo(text)); });
     readsOrRefuses([&] {
-        auto selected = vant::readDistribution(text).selected;
-        std::ranges::sort(selected, {}, &vant::Distribution::Selected::file);
-        require(std::ranges::adjacent_find(selected, {}, &vant::Distribution::Selected::file) == selected.end());
+        auto selected = vant::tools::readDistribution(text).selected;
+        std::ranges::sort(selected, {}, &vant::tools::Distribution::Selected::file);
+        require(std::ranges::adjacent_find(selected, {}, &vant::tools::Distribution::Selected::file) == selected.end());
     });
     return 0;
 }

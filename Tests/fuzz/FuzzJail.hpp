@@ -46,11 +46,11 @@ public:
     }
 
     /// Expands into the folder. Whatever the archive says, nothing appears beside it.
-    void expandHere(EntryReader &reader) const {
-        Destination destination(out(), 0755);
+    void expandHere(tools::EntryReader &reader) const {
+        tools::Destination destination(out(), 0755);
         try {
-            expand(reader, destination, limits, [] {});
-        } catch (const ExpansionError &) {
+            tools::expand(reader, destination, limits, [] {});
+        } catch (const tools::ExpansionError &) {
             expectNothingBeside();
             return;
         }
@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    static constexpr Limits limits{.entries = 200, .bytes = std::uint64_t{1} << 20};
+    static constexpr tools::Limits limits{.entries = 200, .bytes = std::uint64_t{1} << 20};
 
     [[nodiscard]] std::filesystem::path out() const { return root_ / "out"; }
 

@@ -7,15 +7,15 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const vant::fuzz::FuzzJail jail;
     try {
-        const auto package = vant::openPackage(jail.input(data, size));
+        const auto package = vant::tools::openPackage(jail.input(data, size));
         vant::fuzz::require(!package.components.empty());
-        vant::forEachPart(package, [&](std::size_t index, vant::Part, vant::ByteSource &source) {
+        vant::tools::forEachPart(package, [&](std::size_t index, vant::tools::Part, vant::tools::ByteSource &source) {
             vant::fuzz::require(index < package.components.size());
-            vant::PlainBytes plain(source);
-            const auto reader = vant::ArchiveReader::payload(plain.source());
+            vant::tools::PlainBytes plain(source);
+            const auto reader = vant::tools::ArchiveReader::payload(plain.source());
             jail.expandHere(*reader);
         });
-    } catch (const vant::ExpansionError &) {
+    } catch (const vant::tools::ExpansionError &) {
         return 0;
     }
     return 0;

@@ -5,9 +5,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const vant::fuzz::FuzzJail jail;
     try {
-        vant::ZipReader reader(jail.input(data, size));
+        vant::tools::ZipReader reader(jail.input(data, size));
         jail.expandHere(reader);
-    } catch (const vant::ExpansionError &) {
+    } catch (const vant::tools::ExpansionError &) {
         return 0;
     }
     return 0;

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -150,4 +150,4 @@ TEST(Xml, HasLimits) {
     EXPECT_THROW(static_cast<void>(parseXml("<!DOCTYPE a [<!ENTITY e 'x'>]><a>&f;</a>")), ExpansionError);
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -4,7 +4,7 @@
 
 using namespace std::string_literals;
 
-namespace vant {
+namespace vant::tools {
 
 TEST(EntryPath, DropsWhatChangesNothing) {
     const auto path = safeEntryPath("./a//b/./c");
@@ -59,4 +59,4 @@ TEST(MacMetadata, AnAppleDoubleHasBothItsNameAndItsMagic) {
     EXPECT_FALSE(isAppleDouble("._a", magic.substr(0, 3)));
 }
 
-} // namespace vant
+} // namespace vant::tools

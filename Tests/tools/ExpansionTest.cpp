@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vant {
+namespace vant::tools {
 
 using samples::file;
 using samples::Filter;
@@ -62,4 +62,4 @@ TEST_F(Expansion, RefusesAFileForWhichThereIsNoRoomBeforeItsFirstByte) {
     EXPECT_FALSE(std::filesystem::exists(jail_.path("out/c")));
 }
 
-} // namespace vant
+} // namespace vant::tools

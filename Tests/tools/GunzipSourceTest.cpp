@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vant {
+namespace vant::tools {
 
 using samples::archiveOf;
 using samples::file;
@@ -73,4 +73,4 @@ TEST_F(Gunzip, LeavesOtherBytesAsTheyAre) {
     EXPECT_EQ(std::string(bytes.data(), bytes.size()), "plain") << "looking at the first bytes does not take them";
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -55,13 +55,13 @@ constexpr std::uint64_t usualChunk = std::uint64_t{1} << 24;
 /// The plain bytes, or the error in brackets.
 std::string read(const std::string &bytes) {
     const Jail jail;
-    FileSource file(writeFile(jail.path("file"), bytes));
+    tools::FileSource file(writeFile(jail.path("file"), bytes));
     std::string plain;
     try {
-        PlainBytes source(file);
+        tools::PlainBytes source(file);
         for (auto piece = source.source().next(); !piece.empty(); piece = source.source().next())
             plain.append(piece.data(), piece.size());
-    } catch (const ExpansionError &error) {
+    } catch (const tools::ExpansionError &error) {
         return "(" + std::string(error.what()) + ")";
     }
     return plain;

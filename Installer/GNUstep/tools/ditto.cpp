@@ -48,37 +48,39 @@ std::optional<Request> parse(std::span<char *const> arguments) {
 }
 
 /// Expands everything into a new folder below the staging one and gives its path.
-std::string stage(vant::EntryReader &reader, const vant::Staging &staging, const vant::Watchdog &watchdog) {
+std::string stage(vant::tools::EntryReader &reader, const vant::tools::Staging &staging,
+                  const vant::tools::Watchdog &watchdog) {
     staging.create();
     auto folder = staging.makeFolder("contents");
-    vant::Destination destination(folder, allowedModes);
-    if (vant::expand(reader, destination, {}, [&] { watchdog.progressed(); }).entries == 0)
-        throw vant::ExpansionError("the archive is empty");
+    vant::tools::Destination destination(folder, allowedModes);
+    if (vant::tools::expand(reader, destination, {}, [&] { watchdog.progressed(); }).entries == 0)
+        throw vant::tools::ExpansionError("the archive is empty");
     return folder;
 }
 
-std::string stageArchive(const Request &request, const vant::Staging &staging, const vant::Watchdog &watchdog) {
+std::string stageArchive(const Request &request, const vant::tools::Staging &staging,
+                         const vant::tools::Watchdog &watchdog) {
     if (request.kind == Kind::Zip) {
-        vant::ZipReader reader(request.archive);
+        vant::tools::ZipReader reader(request.archive);
         return stage(reader, staging, watchdog);
     }
-    vant::FileSource file(request.archive);
-    vant::PlainBytes plain(file);
-    const auto reader = vant::ArchiveReader::cpio(plain.source());
+    vant::tools::FileSource file(request.archive);
+    vant::tools::PlainBytes plain(file);
+    const auto reader = vant::tools::ArchiveReader::cpio(plain.source());
     auto folder = stage(*reader, staging, watchdog);
     plain.source().drain();
     return folder;
 }
 
-void putInPlace(const std::string &folder, const vant::Staging &staging) {
-    const vant::Uninterrupted now;
+void putInPlace(const std::string &folder, const vant::tools::Staging &staging) {
+    const vant::tools::Uninterrupted now;
     if (staging.mergesInto())
-        vant::Merge(folder, staging.wanted(), vant::Merge::Links::Refused).run();
+        vant::tools::Merge(folder, staging.wanted(), vant::tools::Merge::Links::Refused).run();
     else if (std::rename(folder.c_str(), staging.wanted().c_str()) != 0)
-        throw vant::systemError(staging.wanted(), errno);
+        throw vant::tools::systemError(staging.wanted(), errno);
 }
 
-bool expandArchive(const Request &request, const vant::Staging &staging, const vant::Watchdog &watchdog) {
+bool expandArchive(const Request &request, const vant::tools::Staging &staging, const vant::tools::Watchdog &watchdog) {
     try {
         putInPlace(stageArchive(request, staging, watchdog), staging);
         return true;
@@ -91,14 +93,14 @@ bool expandArchive(const Request &request, const vant::Staging &staging, const v
 }
 
 int run(const Request &request) {
-    const vant::Staging staging(request.folder, ".ditto-");
-    const auto end =
-        vant::inWorker([&](const vant::Watchdog &watchdog) { return expandArchive(request, staging, watchdog); });
+    const vant::tools::Staging staging(request.folder, ".ditto-");
+    const auto end = vant::tools::inWorker(
+        [&](const vant::tools::Watchdog &watchdog) { return expandArchive(request, staging, watchdog); });
     staging.remove();
-    if (end == vant::WorkEnd::Done)
+    if (end == vant::tools::WorkEnd::Done)
         return 0;
     staging.removeMadeFolders();
-    if (const auto sentence = vant::sentenceFor(end); !sentence.empty())
+    if (const auto sentence = vant::tools::sentenceFor(end); !sentence.empty())
         std::fprintf(stderr, "ditto: %s: %s.\n", request.archive.c_str(), sentence.data());
     return 1;
 }
@@ -106,5 +108,5 @@ int run(const Request &request) {
 } // namespace
 
 int main(int count, char **arguments) {
-    return vant::toolMain<Request>(count, arguments, usage, parse, run);
+    return vant::tools::toolMain<Request>(count, arguments, usage, parse, run);
 }

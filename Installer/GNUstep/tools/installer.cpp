@@ -12,7 +12,7 @@
 
 namespace {
 
-using vant::InstallReport;
+using vant::tools::InstallReport;
 
 struct Request {
     std::string package;
@@ -58,12 +58,12 @@ bool refuse(const std::string &message, const std::string &detail) {
     return false;
 }
 
-bool install(const Request &request, const vant::Package &package, const vant::Staging &staging,
-             const vant::Watchdog &watchdog) {
+bool install(const Request &request, const vant::tools::Package &package, const vant::tools::Staging &staging,
+             const vant::tools::Watchdog &watchdog) {
     InstallReport report(request.detail);
     report.begin(package.title);
     try {
-        vant::Installation(package, staging, report, watchdog).run();
+        vant::tools::Installation(package, staging, report, watchdog).run();
     } catch (const std::bad_alloc &) {
         throw;
     } catch (const std::exception &error) {
@@ -75,11 +75,11 @@ bool install(const Request &request, const vant::Package &package, const vant::S
     return true;
 }
 
-bool openAndInstall(const Request &request, const std::optional<vant::Staging> &staging,
-                    const vant::Watchdog &watchdog) {
-    vant::Package package;
+bool openAndInstall(const Request &request, const std::optional<vant::tools::Staging> &staging,
+                    const vant::tools::Watchdog &watchdog) {
+    vant::tools::Package package;
     try {
-        package = vant::openPackage(request.package);
+        package = vant::tools::openPackage(request.package);
     } catch (const std::bad_alloc &) {
         throw;
     } catch (const std::exception &error) {
@@ -95,18 +95,18 @@ bool openAndInstall(const Request &request, const std::optional<vant::Staging> &
 }
 
 int run(const Request &request) {
-    std::optional<vant::Staging> staging;
+    std::optional<vant::tools::Staging> staging;
     if (const auto root = volume())
-        staging.emplace(*root, ".installer-", vant::Staging::Place::Inside);
-    const auto end =
-        vant::inWorker([&](const vant::Watchdog &watchdog) { return openAndInstall(request, staging, watchdog); });
+        staging.emplace(*root, ".installer-", vant::tools::Staging::Place::Inside);
+    const auto end = vant::tools::inWorker(
+        [&](const vant::tools::Watchdog &watchdog) { return openAndInstall(request, staging, watchdog); });
     if (staging)
         staging->remove();
-    if (end == vant::WorkEnd::Done)
+    if (end == vant::tools::WorkEnd::Done)
         return 0;
     if (staging)
         staging->removeMadeFolders();
-    if (const auto sentence = vant::sentenceFor(end); !sentence.empty()) {
+    if (const auto sentence = vant::tools::sentenceFor(end); !sentence.empty()) {
         std::fprintf(stderr, "installer: %s: %s.\n", request.package.c_str(), sentence.data());
         InstallReport(request.detail).fail(std::string(sentence) + ".");
     }
@@ -116,5 +116,5 @@ int run(const Request &request) {
 } // namespace
 
 int main(int count, char **arguments) {
-    return vant::toolMain<Request>(count, arguments, usage, parse, run);
+    return vant::tools::toolMain<Request>(count, arguments, usage, parse, run);
 }

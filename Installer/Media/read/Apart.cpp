@@ -34,13 +34,14 @@ ApartResult runApart(const std::function<std::string(const Alive &)> &work) {
     const File answer(std::tmpfile());
     if (!answer)
         throw std::runtime_error("no temporary file can be made");
-    const WorkEnd end = inWorker(
-        [&](const Watchdog &watchdog) { return write(answer.get(), work([&watchdog] { watchdog.progressed(); })); });
-    if (end == WorkEnd::Interrupted)
+    const tools::WorkEnd end = tools::inWorker([&](const tools::Watchdog &watchdog) {
+        return write(answer.get(), work([&watchdog] { watchdog.progressed(); }));
+    });
+    if (end == tools::WorkEnd::Interrupted)
         throw std::runtime_error("interrupted");
-    if (end == WorkEnd::Done)
+    if (end == tools::WorkEnd::Done)
         return {.fault = {}, .answer = readAll(answer.get())};
-    const std::string sentence(sentenceFor(end));
+    const std::string sentence(tools::sentenceFor(end));
     return {.fault = sentence.empty() ? "What was read cannot be kept" : sentence, .answer = {}};
 }
 

@@ -28,14 +28,14 @@ public:
     explicit Reading(const Alive &alive) : alive_(alive) {}
 
     /// Reads every entry of a payload or of scripts with all of its data.
-    void through(ByteSource &source) {
-        PlainBytes plain(source);
-        const auto reader = ArchiveReader::payload(plain.source());
-        Entry entry;
+    void through(tools::ByteSource &source) {
+        tools::PlainBytes plain(source);
+        const auto reader = tools::ArchiveReader::payload(plain.source());
+        tools::Entry entry;
         while (reader->next(entry)) {
             if (++entries_ > mostItems)
-                throw ExpansionError("it holds more than " + std::to_string(mostItems) + " entries");
-            DataBlock block;
+                throw tools::ExpansionError("it holds more than " + std::to_string(mostItems) + " entries");
+            tools::DataBlock block;
             while (reader->nextBlock(block))
                 take(block.bytes.size());
             alive_();
@@ -47,7 +47,7 @@ private:
     void take(std::size_t bytes) {
         bytes_ += bytes;
         if (bytes_ > mostBytes)
-            throw ExpansionError("it holds more than " + std::to_string(mostBytes) + " bytes");
+            throw tools::ExpansionError("it holds more than " + std::to_string(mostBytes) + " bytes");
         alive_();
     }
 
@@ -61,7 +61,8 @@ std::string faultOfPackage(const std::string &path, const Alive &alive) {
     std::setlocale(LC_CTYPE, "C.UTF-8");
     try {
         Reading reading(alive);
-        forEachPart(openPackage(path), [&](std::size_t, Part, ByteSource &source) { reading.through(source); });
+        tools::forEachPart(tools::openPackage(path),
+                           [&](std::size_t, tools::Part, tools::ByteSource &source) { reading.through(source); });
         return "";
     } catch (const std::bad_alloc &) {
         throw;
@@ -113,7 +114,7 @@ bool looksLikePackage(const std::string &path) {
     if (fs::is_directory(path, problem))
         return fs::exists(fs::path(path) / "Contents", problem);
     try {
-        FileSource source(path);
+        tools::FileSource source(path);
         return source.magic() == "xar!";
     } catch (const std::exception &) {
         return false;
@@ -143,11 +144,11 @@ private:
     std::string text_;
 };
 
-void list(EntryReader &reader, Listing &listing, const Alive &alive) {
+void list(tools::EntryReader &reader, Listing &listing, const Alive &alive) {
     std::size_t entries = 0;
-    for (Entry entry; reader.next(entry);) {
+    for (tools::Entry entry; reader.next(entry);) {
         if (++entries > mostItems)
-            throw ExpansionError("it holds more than " + std::to_string(mostItems) + " entries");
+            throw tools::ExpansionError("it holds more than " + std::to_string(mostItems) + " entries");
         listing.add(entry.path);
         alive();
     }
@@ -160,12 +161,12 @@ std::string listArchive(const std::string &path, bool isZip, const Alive &alive)
     std::string fault;
     try {
         if (isZip) {
-            ZipReader reader(path);
+            tools::ZipReader reader(path);
             list(reader, listing, alive);
         } else {
-            FileSource source(path);
-            PlainBytes plain(source);
-            list(*ArchiveReader::cpio(plain.source()), listing, alive);
+            tools::FileSource source(path);
+            tools::PlainBytes plain(source);
+            list(*tools::ArchiveReader::cpio(plain.source()), listing, alive);
         }
     } catch (const std::bad_alloc &) {
         throw;

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <new>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -123,4 +123,4 @@ bool ArchiveReader::nextBlock(DataBlock &block) {
     return true;
 }
 
-} // namespace vant
+} // namespace vant::tools

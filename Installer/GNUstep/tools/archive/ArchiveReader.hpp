@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-namespace vant {
+namespace vant::tools {
 
 /// Reads archives by way of libarchive, whose warnings are errors here: they tell of damage or of something left out.
 class ArchiveReader : public EntryReader {
@@ -39,4 +39,4 @@ private:
     std::unique_ptr<archive, Closer> handle_;
 };
 
-} // namespace vant
+} // namespace vant::tools

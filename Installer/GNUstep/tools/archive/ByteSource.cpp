@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -68,4 +68,4 @@ std::size_t EntrySource::fill(std::span<char> buffer) {
     return static_cast<std::size_t>(count);
 }
 
-} // namespace vant
+} // namespace vant::tools

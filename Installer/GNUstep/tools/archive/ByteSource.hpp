@@ -9,7 +9,7 @@
 
 struct archive;
 
-namespace vant {
+namespace vant::tools {
 
 /// A stream of bytes that an archive is read from: a file, or a file inside another archive.
 class ByteSource {
@@ -69,4 +69,4 @@ private:
 /// could keep the reader waiting for ever.
 [[nodiscard]] Descriptor openRegularFile(const std::string &path, std::uint64_t &size);
 
-} // namespace vant
+} // namespace vant::tools

@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-namespace vant {
+namespace vant::tools {
 
 /// Reads numbers and texts from the front of a record. Throws ExpansionError past its end.
 class Fields {
@@ -54,4 +54,4 @@ private:
     std::span<const char> bytes_;
 };
 
-} // namespace vant
+} // namespace vant::tools

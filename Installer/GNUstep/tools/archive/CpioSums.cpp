@@ -7,7 +7,7 @@
 #include <numeric>
 #include <string_view>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -104,4 +104,4 @@ void CpioSums::endOfPart() {
     part_ = Part::Header;
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace vant {
+namespace vant::tools {
 
 /// The bytes of a cpio of the kind that has a sum in each header ("070702"), passed on as they are, with the sums
 /// tested on the way: the archive library ignores them. The source must outlive it.
@@ -39,4 +39,4 @@ private:
     std::uint32_t expected_ = 0;
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-namespace vant {
+namespace vant::tools {
 
 /// One entry of an archive, as the archive describes it: nothing is checked yet.
 struct Entry {
@@ -45,4 +45,4 @@ public:
     [[nodiscard]] virtual std::optional<std::uint64_t> announcedBytes() const { return std::nullopt; }
 };
 
-} // namespace vant
+} // namespace vant::tools

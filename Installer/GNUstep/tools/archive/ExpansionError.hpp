@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace vant {
+namespace vant::tools {
 
 /// Why an archive or a package could not be expanded, as one sentence for the user. Never crosses a C callback.
 class ExpansionError : public std::runtime_error {
@@ -24,4 +24,4 @@ public:
     return name.size() <= longest ? std::string(name) : std::string(name.substr(0, longest)) + "…";
 }
 
-} // namespace vant
+} // namespace vant::tools

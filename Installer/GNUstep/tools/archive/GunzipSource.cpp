@@ -6,7 +6,7 @@
 
 #include <new>
 
-namespace vant {
+namespace vant::tools {
 
 struct GunzipSource::State {
     z_stream stream{};
@@ -66,4 +66,4 @@ std::size_t GunzipSource::fill(std::span<char> buffer) {
     return buffer.size() - stream.avail_out;
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-namespace vant {
+namespace vant::tools {
 
 /// The decompressed bytes of a gzip stream of one or several members. Unlike the archive library's own filter it tests
 /// each member's checksum and length, so that a flipped byte does not pass for data. Bytes behind the last member are
@@ -29,4 +29,4 @@ private:
     std::unique_ptr<State> state_;
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -6,7 +6,7 @@
 
 #include <new>
 
-namespace vant {
+namespace vant::tools {
 
 struct LzmaSource::State {
     lzma_stream stream = LZMA_STREAM_INIT;
@@ -70,4 +70,4 @@ std::size_t LzmaSource::fill(std::span<char> buffer) {
     return buffer.size() - stream.avail_out;
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-namespace vant {
+namespace vant::tools {
 
 /// The decompressed bytes of one or several xz streams, or of one lzma file; an xz's checksums are tested. What needs a
 /// larger dictionary than 32 MiB is refused. The source must outlive it.
@@ -25,4 +25,4 @@ private:
     std::unique_ptr<State> state_;
 };
 
-} // namespace vant
+} // namespace vant::tools

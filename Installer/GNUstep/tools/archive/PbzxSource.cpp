@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -111,4 +111,4 @@ std::size_t PbzxSource::fill(std::span<char> buffer) {
     return count;
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-namespace vant {
+namespace vant::tools {
 
 /// The plain bytes of a pbzx, the form of newer packages' payloads: after "pbzx" and the size that chunks have as a
 /// rule come chunks, each of its plain size, its stored size (8 bytes each, big-endian) and its data, which is an xz
@@ -32,4 +32,4 @@ private:
     std::uint64_t left_ = 0; ///< plain bytes of the chunk to come
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -5,7 +5,7 @@
 #include "GNUstep/tools/archive/LzmaSource.hpp"
 #include "GNUstep/tools/archive/PbzxSource.hpp"
 
-namespace vant {
+namespace vant::tools {
 
 PlainBytes::PlainBytes(ByteSource &source) : last_(&source) {
     if (GunzipSource::isGzip(source))
@@ -21,4 +21,4 @@ PlainBytes::PlainBytes(ByteSource &source) : last_(&source) {
     last_ = owned_.back().get();
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// The plain bytes of an archive's stream, whatever it is compressed with: gzip, xz, lzma, pbzx or nothing (bzip2 is
 /// left to the archive library). A cpio's sums are tested on the way. The source must outlive it.
@@ -19,4 +19,4 @@ private:
     ByteSource *last_;
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -9,7 +9,7 @@
 #include <optional>
 #include <string_view>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -199,4 +199,4 @@ bool ZipDirectory::next(ZipRecord &record) {
     return true;
 }
 
-} // namespace vant
+} // namespace vant::tools

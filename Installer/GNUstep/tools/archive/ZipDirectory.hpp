@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-namespace vant {
+namespace vant::tools {
 
 /// What the directory at the end of a zip says of one entry.
 struct ZipRecord {
@@ -52,4 +52,4 @@ private:
 /// Reads exactly as many bytes as asked for from that place of a file. Throws ExpansionError at its end.
 void readAt(int file, std::span<char> bytes, std::uint64_t offset);
 
-} // namespace vant
+} // namespace vant::tools

@@ -11,7 +11,7 @@
 #include <climits>
 #include <new>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -196,4 +196,4 @@ void ZipReader::checkEnd() const {
         throw ExpansionError(shortened(record_.name) + ": its checksum or its length is wrong");
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// Reads a zip by its directory. Names keep their bytes, and each entry's own header has to agree with the directory:
 /// the two say the same things twice, and what says them differently is damaged or forged. Stored and deflated entries
@@ -47,4 +47,4 @@ private:
     std::uint32_t sum_ = 0;
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <memory>
 
-namespace vant {
+namespace vant::tools {
 
 namespace fs = std::filesystem;
 
@@ -84,4 +84,4 @@ Package openBundlePackage(const std::string &path) {
             .components = {component}};
 }
 
-} // namespace vant
+} // namespace vant::tools

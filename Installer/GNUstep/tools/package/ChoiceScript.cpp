@@ -6,7 +6,7 @@
 
 #include <new>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -90,4 +90,4 @@ bool ChoiceScript::value(const std::string &expression, const std::string &ident
     return value;
 }
 
-} // namespace vant
+} // namespace vant::tools

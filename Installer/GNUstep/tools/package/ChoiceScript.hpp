@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace vant {
+namespace vant::tools {
 
 /// Answers the JavaScript expressions of a distribution ("true", "choices.base.selected &amp;&amp; check()"). They see
 /// the distribution's own functions, the choices and `system.compareVersions`; an expression that asks for anything
@@ -28,4 +28,4 @@ private:
     std::unique_ptr<State> state_;
 };
 
-} // namespace vant
+} // namespace vant::tools

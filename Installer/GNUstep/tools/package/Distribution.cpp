@@ -10,7 +10,7 @@
 #include <optional>
 #include <set>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -163,4 +163,4 @@ Distribution readDistribution(std::string_view text) {
     return Reader(root).read();
 }
 
-} // namespace vant
+} // namespace vant::tools

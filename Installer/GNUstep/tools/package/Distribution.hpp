@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// What a product's "Distribution" says of an installation that nobody customizes.
 struct Distribution {
@@ -23,4 +23,4 @@ struct Distribution {
 /// when what it asks can't be answered here.
 [[nodiscard]] Distribution readDistribution(std::string_view text);
 
-} // namespace vant
+} // namespace vant::tools

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <map>
 
-namespace vant {
+namespace vant::tools {
 
 namespace fs = std::filesystem;
 
@@ -130,4 +130,4 @@ void forEachFlatPart(const Package &package, const PartUse &use) {
         throw ExpansionError("the package lacks \"" + wanted.begin()->first + "\"");
 }
 
-} // namespace vant
+} // namespace vant::tools

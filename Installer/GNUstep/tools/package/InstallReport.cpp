@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <charconv>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -105,4 +105,4 @@ void InstallReport::line(std::string_view text) {
     }
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -2,7 +2,7 @@
 #include <string>
 #include <string_view>
 
-namespace vant {
+namespace vant::tools {
 
 /// Writes an installation's lines to standard output, each at once, so that a reader sees them as they happen. A reader
 /// that has gone away does not stop the installation. One thread.
@@ -43,4 +43,4 @@ private:
 /// The percentage shown for a share (0 to 1, clamped) of the payload: unpacking lies between 4 and 92.
 [[nodiscard]] double percentOf(double share);
 
-} // namespace vant
+} // namespace vant::tools

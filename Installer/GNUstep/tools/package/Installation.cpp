@@ -9,7 +9,7 @@
 
 #include <filesystem>
 
-namespace vant {
+namespace vant::tools {
 
 namespace fs = std::filesystem;
 
@@ -114,4 +114,4 @@ void Installation::progress(std::uint64_t taken) {
     report_.unpacked(all == 0 ? 1 : static_cast<double>(finished_ + taken) / static_cast<double>(all));
 }
 
-} // namespace vant
+} // namespace vant::tools

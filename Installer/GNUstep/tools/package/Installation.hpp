@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string>
 
-namespace vant {
+namespace vant::tools {
 
 /// Installs a package on a volume: unpacks everything into the staging folder, runs the scripts that come before, moves
 /// the files to their places, runs the scripts that come after. Throws ExpansionError, and then no file of the package
@@ -37,4 +37,4 @@ private:
     std::uint64_t finished_ = 0;
 };
 
-} // namespace vant
+} // namespace vant::tools

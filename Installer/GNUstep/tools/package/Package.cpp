@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <numeric>
 
-namespace vant {
+namespace vant::tools {
 
 std::uint64_t Package::size() const {
     return std::accumulate(components.begin(), components.end(), std::uint64_t{0},
@@ -31,4 +31,4 @@ void forEachPart(const Package &package, const PartUse &use) {
     }
 }
 
-} // namespace vant
+} // namespace vant::tools

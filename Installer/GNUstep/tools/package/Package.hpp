@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// One part of a package that is installed as a whole: files, and scripts that run before and after.
 struct Component {
@@ -54,4 +54,4 @@ void forEachPart(const Package &package, const PartUse &use);
 [[nodiscard]] Package openBundlePackage(const std::string &path);
 void forEachFlatPart(const Package &package, const PartUse &use);
 
-} // namespace vant
+} // namespace vant::tools

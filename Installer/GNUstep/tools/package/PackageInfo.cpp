@@ -3,7 +3,7 @@
 #include "GNUstep/tools/archive/ExpansionError.hpp"
 #include "GNUstep/tools/package/Xml.hpp"
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -33,4 +33,4 @@ PackageInfo readPackageInfo(std::string_view text) {
     return info;
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -2,7 +2,7 @@
 #include <string>
 #include <string_view>
 
-namespace vant {
+namespace vant::tools {
 
 /// What a component's "PackageInfo" says.
 struct PackageInfo {
@@ -15,4 +15,4 @@ struct PackageInfo {
 /// Throws ExpansionError when the text is no "PackageInfo".
 [[nodiscard]] PackageInfo readPackageInfo(std::string_view text);
 
-} // namespace vant
+} // namespace vant::tools

@@ -2,7 +2,7 @@
 
 #include "GNUstep/tools/archive/ExpansionError.hpp"
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -41,4 +41,4 @@ void PackageScripts::run(const Component &component, const std::vector<std::stri
     }
 }
 
-} // namespace vant
+} // namespace vant::tools

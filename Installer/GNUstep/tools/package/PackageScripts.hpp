@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// Runs packages' scripts, each with the arguments and variables that the platform gives them, in a private root in
 /// which the volume is "/". Throws ExpansionError when one can't be run, fails, or takes longer than ten minutes.
@@ -24,4 +24,4 @@ private:
     PrivateRoot root_;
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -8,7 +8,7 @@
 #include <memory>
 #include <new>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -104,4 +104,4 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-} // namespace vant
+} // namespace vant::tools

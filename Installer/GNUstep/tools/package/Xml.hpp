@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// One element of an XML document.
 struct XmlElement {
@@ -26,4 +26,4 @@ struct XmlElement {
 /// The text without white space at its ends.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
-} // namespace vant
+} // namespace vant::tools

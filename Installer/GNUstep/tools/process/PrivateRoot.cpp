@@ -13,7 +13,7 @@
 #include <array>
 #include <csignal>
 
-namespace vant {
+namespace vant::tools {
 
 namespace fs = std::filesystem;
 
@@ -131,4 +131,4 @@ bool PrivateRoot::isAvailable() const {
     return run("/", {"/usr/bin/true"}, {}, probeLimit) == 0;
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// Runs programs in a root of their own (with bubblewrap): its "/" is a folder that they may write into; this machine's
 /// programs and libraries are there to be read, and nothing else of this machine: no file, no process, no network.
@@ -29,4 +29,4 @@ private:
     std::filesystem::path root_;
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -7,7 +7,7 @@
 #include <optional>
 #include <span>
 
-namespace vant {
+namespace vant::tools {
 
 /// What the tools' `main` have in common: reads the command line by `parse`, prints `usage` on standard error when that
 /// gives nothing, and gives the status of `run` otherwise.
@@ -27,4 +27,4 @@ int toolMain(int count, char **arguments, const char *usage, std::optional<Reque
     return run(*request);
 }
 
-} // namespace vant
+} // namespace vant::tools

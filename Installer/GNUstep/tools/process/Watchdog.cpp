@@ -5,7 +5,7 @@
 
 #include <csignal>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -38,4 +38,4 @@ void Watchdog::progressed() const {
     setTimer(seconds_);
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace vant {
+namespace vant::tools {
 
 /// Ends the process with a status of its own when it has spent `seconds` of CPU time without a call of `progressed`:
 /// some damaged archives make the reading library loop, and nothing else can stop it there. CPU time, because a slow
@@ -19,4 +19,4 @@ private:
     int seconds_;
 };
 
-} // namespace vant
+} // namespace vant::tools

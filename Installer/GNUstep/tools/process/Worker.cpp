@@ -12,7 +12,7 @@
 #include <fstream>
 #include <new>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -153,4 +153,4 @@ Uninterrupted::~Uninterrupted() {
     ::sigprocmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
-} // namespace vant
+} // namespace vant::tools

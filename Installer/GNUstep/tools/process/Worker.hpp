@@ -4,7 +4,7 @@
 #include <functional>
 #include <string_view>
 
-namespace vant {
+namespace vant::tools {
 
 /// How a piece of work ended that was done in a process of its own.
 enum class WorkEnd {
@@ -36,4 +36,4 @@ public:
     ~Uninterrupted();
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -10,7 +10,7 @@
 #include <climits>
 #include <filesystem>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -173,4 +173,4 @@ void writeAt(int file, std::span<const char> bytes, std::int64_t offset, const s
     }
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// An empty folder that entries are written into, and never anything outside it: every folder on the way to an entry is
 /// opened from the one above without following links. A later entry replaces an earlier one of the same name. Errors
@@ -62,4 +62,4 @@ private:
 /// Writes all bytes at the place in the file; throws an ExpansionError with `name` otherwise.
 void writeAt(int file, std::span<const char> bytes, std::int64_t offset, const std::string &name);
 
-} // namespace vant
+} // namespace vant::tools

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -54,4 +54,4 @@ bool isAppleDouble(std::string_view name, std::string_view firstBytes) {
     return name.starts_with("._") && firstBytes.starts_with(appleDoubleMagic);
 }
 
-} // namespace vant
+} // namespace vant::tools

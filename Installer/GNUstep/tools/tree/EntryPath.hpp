@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// Where an archive entry goes, relative to the destination.
 struct EntryPath {
@@ -26,4 +26,4 @@ struct EntryPath {
 /// Whether the file's name and first bytes say that it holds another file's extended attributes ("._name").
 [[nodiscard]] bool isAppleDouble(std::string_view name, std::string_view firstBytes);
 
-} // namespace vant
+} // namespace vant::tools

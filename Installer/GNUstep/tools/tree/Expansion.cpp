@@ -7,7 +7,7 @@
 #include <map>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -133,4 +133,4 @@ Expanded expand(EntryReader &reader, Destination &destination, const Limits &lim
     return Run(reader, destination, limits, moved).all();
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -6,7 +6,7 @@
 #include <functional>
 #include <limits>
 
-namespace vant {
+namespace vant::tools {
 
 /// What one expansion may produce at most, beside what the volume has room for.
 struct Limits {
@@ -27,4 +27,4 @@ struct Expanded {
 Expanded expand(EntryReader &reader, Destination &destination, const Limits &limits,
                 const std::function<void()> &moved);
 
-} // namespace vant
+} // namespace vant::tools

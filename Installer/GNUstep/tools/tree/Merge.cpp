@@ -12,7 +12,7 @@
 #include <cstdio>
 #include <memory>
 
-namespace vant {
+namespace vant::tools {
 
 namespace {
 
@@ -141,4 +141,4 @@ void Merge::takeBack(const Step &step) const {
         throw systemError(step.path, errno);
 }
 
-} // namespace vant
+} // namespace vant::tools

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// Moves the contents of one folder into another on the same volume: folders that are there already stay, files and
 /// links are replaced. All of it can be taken back. Errors are ExpansionErrors that name the item. One thread.
@@ -41,4 +41,4 @@ private:
     std::vector<Step> steps_;
 };
 
-} // namespace vant
+} // namespace vant::tools

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <random>
 
-namespace vant {
+namespace vant::tools {
 
 namespace fs = std::filesystem;
 
@@ -85,4 +85,4 @@ void Staging::removeMadeFolders() const noexcept {
         fs::remove(*folder, ignored);
 }
 
-} // namespace vant
+} // namespace vant::tools

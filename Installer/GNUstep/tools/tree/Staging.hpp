@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-namespace vant {
+namespace vant::tools {
 
 /// A hidden folder on the same volume in which the result is prepared before it is moved into place. Planning it
 /// touches nothing, so that one process can create it and another remove it.
@@ -38,4 +38,4 @@ private:
     std::vector<std::string> missing_; ///< folders to be made above it, topmost first
 };
 
-} // namespace vant
+} // namespace vant::tools
