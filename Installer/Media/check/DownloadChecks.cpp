@@ -1,6 +1,7 @@
 #include "check/Checks.hpp"
 #include "check/Names.hpp"
 #include "plan/Collisions.hpp"
+#include "plan/Contents.hpp"
 
 namespace vant::media {
 namespace {
@@ -41,8 +42,9 @@ void checkShared(const Plan &plan, Findings &findings) {
 std::string expansionFault(const std::string &archive, const Download &download, const std::string &subject,
                            const Readers &readers, Findings &findings) {
     const ExpansionState state = readers.archive(archive, download);
+    const std::vector<std::string> names = packagesAmong(state.items);
     for (std::size_t i = 0; i < state.packages.size(); ++i)
-        addPackageState(state.packages[i], subject + ": " + download.packages[i], findings);
+        addPackageState(state.packages[i], subject + ": " + names[i], findings);
     return state.fault;
 }
 

@@ -54,18 +54,6 @@ const char *codeOf(PackageFault fault) noexcept {
     return "";
 }
 
-void checkNames(const Plan &plan, Findings &findings) {
-    for (const Collision &collision : collisionsOf(plan)) {
-        if (collision.kind != Collision::Kind::PackageName)
-            continue;
-        const bool isNamed = !collision.name.empty();
-        const std::string which = isNamed ? " packages are called " + quoted(collision.name) : " packages lack a path";
-        findings.push_back({Severity::Error, isNamed ? "same-name" : "records-without-path", collision.name,
-                            std::to_string(collision.count) + which +
-                                ": they share one outcome, the list never completes, and the host ends"});
-    }
-}
-
 bool hasOrigin(const Plan &plan, Origin origin) {
     return std::ranges::find(plan.packages, origin, &PlannedPackage::origin) != plan.packages.end();
 }
@@ -93,8 +81,19 @@ void checkHostPackages(const Survey &found, const Plan &plan, Findings &findings
                             "a scan driver is selected and the settings name no second one, whose record has no path"});
 }
 
+void checkPackageNames(const Plan &plan, Findings &findings) {
+    for (const Collision &collision : collisionsOf(plan)) {
+        if (collision.kind != Collision::Kind::PackageName)
+            continue;
+        const bool isNamed = !collision.name.empty();
+        const std::string which = isNamed ? " packages are called " + quoted(collision.name) : " packages lack a path";
+        findings.push_back({Severity::Error, isNamed ? "same-name" : "records-without-path", collision.name,
+                            std::to_string(collision.count) + which +
+                                ": they share one outcome, the list never completes, and the host ends"});
+    }
+}
+
 void checkPackages(const Plan &plan, const Readers &readers, Findings &findings) {
-    checkNames(plan, findings);
     std::set<std::string> seen;
     for (const PlannedPackage &package : plan.packages) {
         if (!package.path || package.origin == Origin::Web || !seen.insert(*package.path).second)

@@ -2,7 +2,7 @@
 
 #include "base/Paths.hpp"
 #include "install/chain/ChainSteps.hpp"
-#include "install/chain/ExpandedItem.hpp"
+#include "plan/Contents.hpp"
 #include "selection/ComponentCatalogue.hpp"
 #include "selection/InstallOrder.hpp"
 #include "selection/MediaMerge.hpp"
@@ -42,29 +42,22 @@ Download downloadOf(const WebComponent &component) {
             .setAside = {}};
 }
 
-void takeItem(const std::string &item, Download &download, Packages &found) {
-    switch (classifyExpandedItem(item).action) {
-    case ExpandedAction::Skip:
+void takeItem(const Content &content, Download &download, Packages &found) {
+    if (content.outcome == Content::Outcome::SetAside)
+        download.setAside.push_back(content.item);
+    if (content.outcome != Content::Outcome::Installed)
         return;
-    case ExpandedAction::SetAside:
-    case ExpandedAction::SetAsideAtOnce:
-        download.setAside.push_back(item);
-        return;
-    case ExpandedAction::Install:
-    case ExpandedAction::InstallScanManager:
-        break;
-    }
-    download.packages.push_back(item);
-    const std::string path = std::string(downloadFolder) + download.folder + "/" + item;
-    found.push_back({path, std::string(lastPathComponent(item)), Origin::Web, download.file});
+    download.packages.push_back(content.item);
+    const std::string path = std::string(downloadFolder) + download.folder + "/" + content.item;
+    found.push_back({path, std::string(lastPathComponent(content.item)), Origin::Web, download.file});
 }
 
 Packages takeArchives(Plan &plan, const PlanInput &input) {
     Packages found;
     for (const WebComponent &component : input.web) {
         Download download = downloadOf(component);
-        for (const std::string &item : component.items.value_or(std::vector<std::string>()))
-            takeItem(item, download, found);
+        for (const Content &content : contentsOf(component.items.value_or(std::vector<std::string>())))
+            takeItem(content, download, found);
         plan.downloads.push_back(std::move(download));
     }
     return found;

@@ -1,39 +1,17 @@
 #include "read/ArchiveReading.hpp"
 
+#include "GNUstep/files/SubpathWalk.hpp"
+#include "read/TemporaryFolder.hpp"
+
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <stdexcept>
 
 namespace vant::media {
 namespace {
-
-namespace fs = std::filesystem;
-
-/// A folder that goes with its owner.
-class TemporaryFolder {
-public:
-    TemporaryFolder() : path_(fs::temp_directory_path() / "vantmedia.XXXXXX") {
-        std::string name = path_;
-        if (mkdtemp(name.data()) == nullptr)
-            throw std::runtime_error("no temporary folder can be made in " + path_.parent_path().string());
-        path_ = name;
-    }
-    TemporaryFolder(const TemporaryFolder &) = delete;
-    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    [[nodiscard]] const fs::path &path() const { return path_; }
-
-private:
-    fs::path path_;
-};
 
 /// Runs the tool and gives its words, none after a success. It watches over its own progress, so that it ends.
 std::string runTool(const std::string &tool, const std::string &archive, bool isZip, const std::string &folder) {
@@ -66,17 +44,20 @@ std::string firstLine(const std::string &words) {
 
 } // namespace
 
-ExpansionState readExpanded(const std::string &tool, const std::string &archive, bool isZip,
-                            const std::vector<std::string> &items) {
+ExpansionState readExpanded(const std::string &tool, const std::string &archive, bool isZip, const Choice &choice) {
     if (access(tool.c_str(), X_OK) != 0)
         throw std::runtime_error("there is no tool at " + tool);
     const TemporaryFolder folder;
-    const std::string target = folder.path() / "expanded";
+    const std::string target = folder.path() + "/expanded";
     ExpansionState state;
     state.fault = firstLine(runTool(tool, archive, isZip, target));
     if (!state.fault.empty())
         return state;
-    for (const std::string &item : items)
+    walkSubpaths(target, [&state](std::string_view item) {
+        state.items.emplace_back(item);
+        return true;
+    });
+    for (const std::string &item : choice(state.items))
         state.packages.push_back(readPackage(std::string(target).append("/").append(item)));
     return state;
 }

@@ -3,7 +3,6 @@
 #include "GNUstep/tools/archive/ArchiveReader.hpp"
 #include "GNUstep/tools/archive/ExpansionError.hpp"
 #include "GNUstep/tools/archive/PlainBytes.hpp"
-#include "GNUstep/tools/archive/ZipReader.hpp"
 #include "GNUstep/tools/package/Package.hpp"
 #include "read/Apart.hpp"
 
@@ -13,7 +12,6 @@
 #include <filesystem>
 #include <new>
 #include <optional>
-#include <set>
 
 namespace vant::media {
 namespace {
@@ -121,61 +119,6 @@ bool looksLikePackage(const std::string &path) {
     }
 }
 
-class Listing {
-public:
-    void add(const std::string &entry) {
-        const fs::path path = fs::path(entry).lexically_normal();
-        const std::string name = path.filename();
-        if (path.begin() == path.end() || *path.begin() == "__MACOSX" || name.starts_with("._"))
-            return;
-        fs::path whole;
-        for (const fs::path &part : path) {
-            if (part.empty() || part == ".")
-                continue;
-            whole /= part;
-            if (seen_.insert(whole.string()).second)
-                text_.append(whole.string()).push_back('\0');
-        }
-    }
-    [[nodiscard]] const std::string &text() const { return text_; }
-
-private:
-    std::set<std::string> seen_;
-    std::string text_;
-};
-
-void list(tools::EntryReader &reader, Listing &listing, const Alive &alive) {
-    std::size_t entries = 0;
-    for (tools::Entry entry; reader.next(entry);) {
-        if (++entries > mostItems)
-            throw tools::ExpansionError("it holds more than " + std::to_string(mostItems) + " entries");
-        listing.add(entry.path);
-        alive();
-    }
-}
-
-/// The fault, then every item, each with a NUL behind it.
-std::string listArchive(const std::string &path, bool isZip, const Alive &alive) {
-    std::setlocale(LC_CTYPE, "C.UTF-8");
-    Listing listing;
-    std::string fault;
-    try {
-        if (isZip) {
-            tools::ZipReader reader(path);
-            list(reader, listing, alive);
-        } else {
-            tools::FileSource source(path);
-            tools::PlainBytes plain(source);
-            list(*tools::ArchiveReader::cpio(plain.source()), listing, alive);
-        }
-    } catch (const std::bad_alloc &) {
-        throw;
-    } catch (const std::exception &error) {
-        fault = error.what();
-    }
-    return fault + '\0' + listing.text();
-}
-
 } // namespace
 
 PackageState readPackage(const std::string &path) {
@@ -187,20 +130,6 @@ PackageState readPackage(const std::string &path) {
     if (reason.empty())
         return {};
     return {looksLikePackage(path) ? PackageFault::Damaged : PackageFault::NoPackage, reason};
-}
-
-ArchiveState readArchive(const std::string &path, bool isZip) {
-    const ApartResult result = runApart([&path, isZip](const Alive &alive) { return listArchive(path, isZip, alive); });
-    if (!result.fault.empty())
-        return {{}, result.fault};
-    ArchiveState state;
-    state.fault = result.answer.substr(0, result.answer.find('\0'));
-    for (std::size_t at = state.fault.size() + 1; at < result.answer.size();) {
-        const std::size_t end = result.answer.find('\0', at);
-        state.items.push_back(result.answer.substr(at, end - at));
-        at = end + 1;
-    }
-    return state;
 }
 
 } // namespace vant::media

@@ -5,7 +5,8 @@
 #include "install/profiles/ColourProfiles.hpp"
 #include "install/tasks/Archives.hpp"
 #include "Locations.hpp"
-#include "read/PackageReading.hpp"
+#include "read/ArchiveListing.hpp"
+#include "selection/ComponentCatalogue.hpp"
 
 #include <algorithm>
 #include <filesystem>
@@ -123,7 +124,8 @@ void lookAtArchives(Survey &found, const Request &request) {
         std::optional<std::string> file;
         if (request.isOffline)
             web.items.emplace();
-        else if (const auto archive = localArchive(found.web->file.path, component.location)) {
+        else if (const auto archive =
+                     request.isSiteVisited ? std::nullopt : localArchive(found.web->file.path, component.location)) {
             const bool isZip = archiveKind(destinationName(*web.address)) == ArchiveKind::Zip;
             file = archive->string();
             ArchiveState state = readArchive(archive->string(), isZip);
@@ -136,28 +138,36 @@ void lookAtArchives(Survey &found, const Request &request) {
     }
 }
 
-} // namespace
-
-Survey survey(const Request &request) {
-    Survey found;
+void lookAtMedia(Survey &found, const Request &request) {
     std::error_code problem;
     const fs::path media = fs::absolute(request.media, problem).lexically_normal();
     found.media = media.has_filename() ? media.string() : media.parent_path().string();
     found.selection = readSelection(request.selection.value_or((media / "SelectedInput.plist").string()));
     found.settings = readSettings(settingsPath(request));
-    if (request.webSelection)
-        found.web = readSelection(*request.webSelection);
     for (const MediaComponent &component : found.selection.components)
         found.input.media.push_back({absolute(component.location, found.media), component.kind});
     found.input.secondScanDriver = absolute(found.settings.secondScanDriver, found.media);
     found.input.uninstaller = hostPackage(media, "Uninstaller.pkg");
     found.input.manual = hostPackage(media, "Manual.pkg");
-    // The host sets the switch itself, by the flow that it is asked for.
-    found.input.smartUpdate = request.webSelection.has_value();
     found.input.webError = found.settings.switches.webError;
     lookForManuals(found);
     lookAtSlides(found);
     lookAtProfiles(found);
+}
+
+} // namespace
+
+Survey survey(const Request &request) {
+    Survey found;
+    if (request.media.empty())
+        // Whatever the media are, the host brings one.
+        found.input.uninstaller = std::string(uninstallerPackage);
+    else
+        lookAtMedia(found, request);
+    if (request.webSelection)
+        found.web = readSelection(*request.webSelection);
+    // The host sets the switch itself, by the flow that it is asked for.
+    found.input.smartUpdate = request.webSelection.has_value();
     if (found.web)
         lookAtArchives(found, request);
     return found;

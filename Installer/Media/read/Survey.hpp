@@ -11,11 +11,12 @@ namespace vant::media {
 
 /// What is to be looked at.
 struct Request {
-    std::string media;
+    std::string media;                       ///< empty: a site alone
     std::optional<std::string> settings;     ///< instead of the media's own
     std::optional<std::string> selection;    ///< instead of the media's own
     std::optional<std::string> webSelection; ///< nothing: the media view
     std::string site = "http://site";        ///< what relative addresses of the web selection are below
+    bool isSiteVisited = false;              ///< archives come from the site, not from beside the web selection
     bool isOffline = false;                  ///< the site cannot be reached, so that no archive arrives
     std::string tables;                      ///< folder of the plug-in's string tables
 };
@@ -47,7 +48,7 @@ struct ProfileSource {
 
 /// All that was found.
 struct Survey {
-    std::string media;
+    std::string media; ///< empty: there are none, and only the web selection was read
     SelectionFile selection;
     SettingsFile settings;
     std::optional<SelectionFile> web;

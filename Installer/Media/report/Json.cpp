@@ -1,6 +1,7 @@
 #include "report/Json.hpp"
 
 #include "plan/Collisions.hpp"
+#include "plan/Contents.hpp"
 
 #include <nlohmann/json.hpp>
 
@@ -69,6 +70,34 @@ Json listJson(const Range &range, Literal literal) {
     return list;
 }
 
+Json contentJson(const Content &content) {
+    return {{"item", content.item},
+            {"outcome", outcomeName(content.outcome)},
+            {"reason", content.reason},
+            {"inside", content.inside.empty() ? Json(nullptr) : Json(content.inside)}};
+}
+
+Json archiveJson(const SiteArchive &archive, const Plan &plan, const Download &download) {
+    const Fetched &fetched = archive.fetched;
+    return {{"address", textOrNull(download.address)},
+            {"redirects", fetched.redirects},
+            {"status", fetched.status},
+            {"type", fetched.mediaType},
+            {"announced", fetched.announced < 0 ? Json(nullptr) : Json(fetched.announced)},
+            {"received", fetched.received},
+            {"expanded", archive.listed.bytes},
+            {"contents", listJson(contentsOf(archive.content.items, plan, download.file), contentJson)}};
+}
+
+Json siteJson(const std::optional<Site> &site, const Plan &plan) {
+    if (!site)
+        return nullptr;
+    Json archives = Json::array();
+    for (std::size_t i = 0; i < plan.downloads.size(); ++i)
+        archives.push_back(archiveJson(site->archives[i], plan, plan.downloads[i]));
+    return {{"address", site->address}, {"archives", archives}};
+}
+
 Json reportJson(const Report &report) {
     return {
         {"path", report.media},
@@ -82,6 +111,7 @@ Json reportJson(const Report &report) {
         {"profiles",
          {{"folder", report.profiles.folder}, {"archive", report.profiles.archive}, {"files", report.profiles.files}}},
         {"slides", listJson(report.slides, slideJson)},
+        {"site", siteJson(report.site, report.plan)},
         {"findings", listJson(report.findings, findingJson)}};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include "check/Finding.hpp"
 #include "read/Survey.hpp"
+#include "site/Fetch.hpp"
 
 #include <optional>
 #include <span>
@@ -13,8 +14,10 @@ namespace vant::media {
 struct Options {
     enum class Command { Plan, Check, Help, Version };
     Command command = Command::Help;
-    std::vector<std::string> media;
-    Request request; ///< for each of the media
+    std::vector<std::string> media;  ///< empty: a site alone
+    Request request;                 ///< for each of the media
+    std::optional<std::string> keep; ///< folder for what is fetched from a site
+    FetchLimits limits;
     std::string language = "EN";
     bool isJson = false;
     bool isStrict = false;

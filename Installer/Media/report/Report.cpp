@@ -5,7 +5,7 @@
 #include "install/profiles/ColourProfiles.hpp"
 #include "install/status/ComponentName.hpp"
 #include "install/status/InstallingText.hpp"
-#include "read/PackageReading.hpp"
+#include "read/ArchiveListing.hpp"
 #include "slides/SlideText.hpp"
 
 #include <algorithm>
@@ -75,7 +75,8 @@ ProfileLine profileLine(const ProfileSource &source) {
 } // namespace
 
 Report describe(const Survey &found, const Plan &plan, const std::string &tables, const std::string &language) {
-    Report report{.media = found.media, .plan = plan, .packages = {}, .profiles = {}, .slides = {}, .findings = {}};
+    Report report{
+        .media = found.media, .plan = plan, .packages = {}, .profiles = {}, .slides = {}, .findings = {}, .site = {}};
     const Words words(tables, language);
     bool anyProfiles = false;
     for (const PlannedPackage &package : plan.packages) {

@@ -1,7 +1,9 @@
 #pragma once
 #include "check/Finding.hpp"
 #include "read/Survey.hpp"
+#include "site/Visit.hpp"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,12 +36,13 @@ struct SlideLine {
 
 /// All that is told of one media folder.
 struct Report {
-    std::string media;
+    std::string media; ///< the folder; the site's address when there is none
     Plan plan;
     std::vector<PackageLine> packages;
     ProfileLine profiles;
     std::vector<SlideLine> slides;
-    Findings findings; ///< of a check
+    Findings findings;        ///< of a check
+    std::optional<Site> site; ///< that was visited
 };
 
 /// Puts together what is told of a plan, in a language by its code. Reads the string tables and lists the profiles'

@@ -12,6 +12,9 @@ namespace vant::media {
 /// The plan for a reader.
 [[nodiscard]] std::string planText(const Report &report);
 
+/// What a site holds and what becomes of it, for a reader; empty when none was visited.
+[[nodiscard]] std::string siteText(const Report &report);
+
 /// The findings for a reader, one a line, and their count.
 [[nodiscard]] std::string findingsText(const Report &report, bool isColoured);
 

@@ -5,17 +5,12 @@
 #include "base/Paths.hpp"
 #import "base/Retained.h"
 #include "download/DownloadProgress.hpp"
+#include "download/RequestFields.hpp"
 #import "shell/Notifications.h"
 #include <CoreFoundation/CoreFoundation.h>
 
 namespace vant {
 namespace {
-
-// Servers that sniff for browsers must take the installer for one, always for the same.
-NSString *const userAgent = @"Mozilla/5.0 (Macintosh; Intel Mac OS X 10_6_8) AppleWebKit/534.57.2 "
-                            @"(KHTML, like Gecko) Version/5.1.7 Safari/534.57.2";
-NSString *const accepted = @"text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8";
-constexpr NSTimeInterval timeOut = 60.0;
 
 /// Newer systems escape what may not stand in an address, and would ask for another file than the host named; where
 /// they can, they are asked not to.
@@ -31,9 +26,9 @@ NSURLRequest *requestFor(NSString *address) {
     NSURL *url = address == nil ? nil : urlAsGiven(address);
     NSMutableURLRequest *request = [NSMutableURLRequest requestWithURL:url
                                                            cachePolicy:NSURLRequestUseProtocolCachePolicy
-                                                       timeoutInterval:timeOut];
-    [request addValue:userAgent forHTTPHeaderField:@"User-Agent"];
-    [request addValue:accepted forHTTPHeaderField:@"Accept"];
+                                                       timeoutInterval:requestTimeOut];
+    [request addValue:nsString(requestUserAgent) forHTTPHeaderField:@"User-Agent"];
+    [request addValue:nsString(requestAccept) forHTTPHeaderField:@"Accept"];
     return request;
 }
 
