@@ -31,6 +31,28 @@ TEST(Options, FilesReplaceThoseOfTheMedia) {
     EXPECT_EQ(options.request.site, "d");
 }
 
+TEST(Options, ASiteAloneHasOneSelection) {
+    const Options options =
+        parsed({"check", "--site", "http://a", "--selection", "b", "--wait", "7", "--largest", "2"});
+    EXPECT_TRUE(options.media.empty() && options.request.isSiteVisited);
+    EXPECT_EQ(options.request.webSelection, "b");
+    EXPECT_EQ(options.request.selection, std::nullopt);
+    EXPECT_EQ(options.limits.wait, 7);
+    EXPECT_EQ(options.limits.largest, 2'000'000U);
+}
+
+TEST(Options, BesideMediaASelectionIsTheMediasOwn) {
+    const Options options = parsed({"check", "--site", "http://a", "m", "--selection", "b", "--keep", "c"});
+    EXPECT_EQ(options.request.selection, "b");
+    EXPECT_EQ(options.request.webSelection, std::nullopt);
+    EXPECT_EQ(options.keep, "c");
+}
+
+TEST(Options, APlanVisitsNoSite) {
+    EXPECT_FALSE(parsed({"plan", "m", "--site", "http://a"}).request.isSiteVisited);
+    EXPECT_THROW((void)parsed({"plan", "m", "--site", "http://a", "--keep", "k"}), std::invalid_argument);
+}
+
 TEST(Options, HelpNeedsNoMedia) {
     EXPECT_EQ(parsed({"plan", "--help"}).command, Options::Command::Help);
     EXPECT_EQ(parsed({"--version"}).command, Options::Command::Version);

@@ -12,12 +12,16 @@ class Program(MediaCase):
     def test_help_names_every_option_and_exits_with_zero(self):
         answer = self.vantmedia("--help")
         self.assertEqual((answer.returncode, answer.stderr), (0, ""))
-        for option in ("--settings", "--selection", "--web", "--site", "--language", "--json", "--strict", "--offline"):
+        for option in ("--settings", "--selection", "--web", "--site", "--language", "--json", "--strict", "--offline",
+                       "--keep", "--wait", "--largest"):
             self.assertIn(option, answer.stdout)
 
     def test_usage_errors_exit_with_two(self):
         for words in ([], ["look"], ["plan"], ["plan", "a", "b"], ["plan", "--colour", "a"], ["plan", "a", "--web"],
-                      ["plan", "a", "--language", "FR"]):
+                      ["plan", "a", "--language", "FR"], ["check"], ["plan", "--site", "http://a"], ["check", "--site", "a"],
+                      ["check", "a", "b", "--site", "http://a"], ["check", "--site", "http://a", "--offline"],
+                      ["check", "--site", "http://a", "--wait", "0"], ["check", "--site", "http://a", "--largest", "x"],
+                      ["check", "a", "--keep", "b"], ["check", "--site", "http://a", "--web", "b", "--selection", "c"]):
             answer = self.vantmedia(*words)
             self.assertEqual((answer.returncode, answer.stdout), (2, ""), words)
             self.assertIn("vantmedia:", answer.stderr)
@@ -71,10 +75,10 @@ class Program(MediaCase):
         self.assertNotIn("\x1b", self.vantmedia("check", self.media).stdout)
 
     def test_every_code_stands_in_the_guide(self):
-        guide = (SOURCE / "Documentation" / "media.md").read_text()
-        sources = [*(SOURCE / "Installer" / "Media" / "check").glob("*.cpp"), SOURCE / "Installer" / "Media" / "main.cpp"]
+        guide = "".join((SOURCE / "Documentation" / page).read_text() for page in ("media.md", "site.md"))
+        sources = [*(SOURCE / "Installer" / "Media" / "check").glob("*.cpp"), SOURCE / "Installer" / "Media" / "Look.cpp"]
         codes = {code for path in sources for code in re.findall(r'"([a-z]+(?:-[a-z]+)+)"', path.read_text())}
-        self.assertGreater(len(codes), 40)
+        self.assertGreater(len(codes), 60)
         self.assertEqual({code for code in codes if f"`{code}`" not in guide}, set())
 
     def test_every_option_stands_in_the_manual_page(self):
