@@ -5,7 +5,6 @@
 #include "GNUstep/tools/archive/PlainBytes.hpp"
 #include "GNUstep/tools/archive/ZipReader.hpp"
 #include "GNUstep/tools/tree/EntryPath.hpp"
-#include "read/Apart.hpp"
 
 #include <algorithm>
 #include <clocale>
@@ -120,21 +119,30 @@ std::vector<std::string> pieces(const std::string &text) {
     return found;
 }
 
-} // namespace
-
-ArchiveState readArchive(const std::string &path, bool isZip) {
-    const ApartResult result = runApart([&path, isZip](const Alive &alive) { return listArchive(path, isZip, alive); });
+ArchiveState stateOf(const std::string &answer) {
+    const std::vector<std::string> fields = pieces(answer);
     ArchiveState state;
-    state.fault = result.fault;
-    if (!result.fault.empty())
-        return state;
-    const std::vector<std::string> fields = pieces(result.answer);
     state.fault = fields.at(0);
     state.outside = fields.at(1);
     state.bytes = std::strtoull(fields.at(2).c_str(), nullptr, 10);
     state.isTooLarge = !fields.at(3).empty();
     state.items.assign(fields.begin() + 4, fields.end());
     return state;
+}
+
+} // namespace
+
+ArchiveState readArchive(const std::string &path, bool isZip) {
+    const ApartResult result = runApart([&path, isZip](const Alive &alive) { return listArchive(path, isZip, alive); });
+    if (result.fault.empty())
+        return stateOf(result.answer);
+    ArchiveState state;
+    state.fault = result.fault;
+    return state;
+}
+
+ArchiveState readArchiveHere(const std::string &path, bool isZip, const Alive &alive) {
+    return stateOf(listArchive(path, isZip, alive));
 }
 
 } // namespace vant::media

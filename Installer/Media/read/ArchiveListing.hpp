@@ -1,4 +1,6 @@
 #pragma once
+#include "read/Apart.hpp"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -15,5 +17,8 @@ struct ArchiveState {
     bool isTooLarge = false; ///< they are more than 1 GiB and more than a hundred times the archive's own
 };
 [[nodiscard]] ArchiveState readArchive(const std::string &path, bool isZip);
+
+/// The same within this process, which a hostile archive may hold up or bring down. Any thread.
+[[nodiscard]] ArchiveState readArchiveHere(const std::string &path, bool isZip, const Alive &alive);
 
 } // namespace vant::media

@@ -9,6 +9,8 @@
 #include "slides/SlideText.hpp"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 namespace vant::media {
 namespace {
@@ -22,12 +24,20 @@ public:
             table_ = tables + "/" + std::string(language->folder) + ".lproj/Localizable-Inst.strings";
     }
 
-    [[nodiscard]] std::string status(Flow flow, const std::string &component) const {
+    /// What the window says of a component. Each lookup reads a table from disk, and there are few components.
+    const std::string &status(Flow flow, const std::string &component) {
+        const auto [known, isNew] = statuses_.try_emplace({flow, component});
+        if (isNew)
+            known->second = lookUp(flow, component);
+        return known->second;
+    }
+
+private:
+    [[nodiscard]] std::string lookUp(Flow flow, const std::string &component) const {
         const auto word = tableString(table_, "Installing");
         return word ? installingText(code_, *word, shownName(flow, component)).text : std::string();
     }
 
-private:
     [[nodiscard]] std::string shownName(Flow flow, const std::string &component) const {
         const DisplayName name = displayName(flow, component);
         if (name.source == DisplayName::Source::Itself)
@@ -38,6 +48,7 @@ private:
 
     std::string code_;
     std::string table_;
+    std::map<std::pair<Flow, std::string>, std::string> statuses_;
 };
 
 std::string sourceOf(bool inMain, bool inFallBack) {
@@ -77,7 +88,7 @@ ProfileLine profileLine(const ProfileSource &source) {
 Report describe(const Survey &found, const Plan &plan, const std::string &tables, const std::string &language) {
     Report report{
         .media = found.media, .plan = plan, .packages = {}, .profiles = {}, .slides = {}, .findings = {}, .site = {}};
-    const Words words(tables, language);
+    Words words(tables, language);
     bool anyProfiles = false;
     for (const PlannedPackage &package : plan.packages) {
         const bool brings = needsColourProfiles(packageName(package));
