@@ -27,7 +27,8 @@ TEST(HostSummary, ListsPackagesInOrderAndAnAbsentOutcomeAsNull) {
 }
 
 TEST(HostSummary, HoldsEveryFieldOfARun) {
-    const Summary summary = {.flow = "web",
+    const Summary summary = {.version = "2.1",
+                             .flow = "web",
                              .language = "FN",
                              .continued = true,
                              .valid = "YES",
@@ -40,6 +41,7 @@ TEST(HostSummary, HoldsEveryFieldOfARun) {
                              .installedFiles = 12,
                              .seconds = 1.5};
     EXPECT_EQ(json(summary), R"({
+  "version": "2.1",
   "flow": "web",
   "language": "FN",
   "continued": true,

@@ -31,7 +31,9 @@ static Summary summaryOf(const HostSettings &settings, const Ending &end, const 
     const std::string volume = text(settings.installRoot);
     const std::string log = logText(STDERR_FILENO);
     NSString *downloads = [NSTemporaryDirectory() stringByAppendingPathComponent:@"Vantrel/Download"];
+    NSDictionary *information = [[NSBundle bundleWithPath:settings.bundle] infoDictionary];
     Summary summary = {
+        .version = text([information objectForKey:@"CFBundleShortVersionString"]),
         .flow = text(settings.flow),
         .language = text(settings.language),
         .continued = end.continued(),

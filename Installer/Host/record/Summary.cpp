@@ -91,7 +91,8 @@ int exitStatus(const Summary &summary) {
 std::string json(const Summary &summary) {
     const auto packageLiteral = [](const Package &package) { return json(package); };
     const auto failureLiteral = [](const ExpansionFailure &failure) { return json(failure); };
-    const std::array<std::pair<const char *, std::string>, 13> fields = {{
+    const std::array<std::pair<const char *, std::string>, 14> fields = {{
+        {"version", jsonQuoted(summary.version)},
         {"flow", jsonQuoted(summary.flow)},
         {"language", jsonQuoted(summary.language)},
         {"continued", summary.continued ? "true" : "false"},

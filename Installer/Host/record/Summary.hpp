@@ -26,6 +26,7 @@ struct Package {
 
 /// How a run ended.
 struct Summary {
+    std::string version; ///< the plug-in's, empty when there was none to load
     std::string flow;
     std::string language;
     bool continued = false;                    ///< the pane told the host to go on
