@@ -151,6 +151,7 @@ typedef struct {
 
 @interface NSObject (KeyValueCoding)
 - (nullable id)valueForKey:(NSString *)key;
+- (nullable id)valueForKeyPath:(NSString *)keyPath;
 - (void)setValue:(nullable id)value forKey:(NSString *)key;
 @end
 

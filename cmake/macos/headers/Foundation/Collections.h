@@ -18,6 +18,7 @@ NS_ASSUME_NONNULL_BEGIN
 + (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nullable])objects count:(NSUInteger)count;
 + (instancetype)arrayWithObjects:(ObjectType)first, ... NS_REQUIRES_NIL_TERMINATION;
 + (instancetype)arrayWithArray:(NSArray<ObjectType> *)array;
++ (nullable NSArray<ObjectType> *)arrayWithContentsOfFile:(NSString *)path;
 @end
 
 @interface NSArray <ObjectType>(Looking)
@@ -28,6 +29,8 @@ NS_ASSUME_NONNULL_BEGIN
 - (NSUInteger)indexOfObjectIdenticalTo:(ObjectType)object;
 - (NSString *)componentsJoinedByString:(NSString *)separator;
 - (NSArray<ObjectType> *)subarrayWithRange:(NSRange)range;
+- (NSEnumerator<ObjectType> *)objectEnumerator;
+- (BOOL)writeToFile:(NSString *)path atomically:(BOOL)atomically;
 - (NSArray<ObjectType> *)arrayByAddingObject:(ObjectType)object;
 - (NSArray<ObjectType> *)sortedArrayUsingSelector:(SEL)comparison;
 - (void)makeObjectsPerformSelector:(SEL)operation;
@@ -63,6 +66,7 @@ NS_ASSUME_NONNULL_BEGIN
                               forKeys:(const KeyType<NSCopying> _Nonnull[_Nullable])keys
                                 count:(NSUInteger)count;
 + (instancetype)dictionaryWithDictionary:(NSDictionary<KeyType, ObjectType> *)dictionary;
+- (BOOL)writeToFile:(NSString *)path atomically:(BOOL)atomically;
 @property (readonly, copy) NSArray<KeyType> *allKeys;
 @property (readonly, copy) NSArray<ObjectType> *allValues;
 @end
@@ -74,6 +78,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSMutableDictionary <KeyType, ObjectType>(Changing)
 + (instancetype)dictionaryWithCapacity:(NSUInteger)capacity;
++ (nullable NSMutableDictionary<KeyType, ObjectType> *)dictionaryWithContentsOfFile:(NSString *)path;
 - (void)addEntriesFromDictionary:(NSDictionary<KeyType, ObjectType> *)dictionary;
 - (void)removeAllObjects;
 @end

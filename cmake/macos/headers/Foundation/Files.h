@@ -57,6 +57,7 @@ PLATFORM_EXPORT NSFileAttributeKey const NSFilePosixPermissions;
 + (nullable instancetype)bundleWithPath:(NSString *)path;
 @property (readonly, copy) NSString *bundlePath;
 @property (nullable, readonly, copy) NSString *resourcePath;
+@property (nullable, readonly, copy) NSString *builtInPlugInsPath;
 @property (nullable, readonly) Class principalClass;
 - (BOOL)load;
 - (nullable NSString *)pathForResource:(nullable NSString *)name ofType:(nullable NSString *)extension;
