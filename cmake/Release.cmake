@@ -79,6 +79,6 @@ set(CPACK_DEBIAN_VANTMEDIA_PACKAGE_NAME vantmedia)
 set(CPACK_DEBIAN_VANTMEDIA_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_COMPONENT_VANTMEDIA_DESCRIPTION "looks through the media of an installation pane
- Says what the pane would install from a media folder, in which order and
- from where, and what is wrong with the folder.")
+Says what the pane would install from a media folder, in which order and
+from where, and what is wrong with the folder.")
 include(CPack)
