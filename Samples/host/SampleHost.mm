@@ -58,17 +58,17 @@ static void writeChoices(NSString *media) {
                                          styleMask:NSWindowStyleMaskTitled
                                            backing:NSBackingStoreBuffered
                                              defer:NO];
-    buttons = [@[ [NSButton new], [NSButton new], [NSButton new] ] retain];
-    NSEnumerator *titles = [@[ @"Go Back", @"Continue", @"Cancel" ] objectEnumerator];
-    CGFloat left = 300;
-    for (NSButton *button in buttons) {
-        [button setTitle:[titles nextObject]];
-        [button setFrame:NSMakeRect(left, 12, 96, 26)];
+    NSMutableArray *row = [NSMutableArray array];
+    for (NSString *title in @[ @"Go Back", @"Continue", @"Cancel" ]) {
+        const CGFloat left = 300 + 102 * static_cast<CGFloat>([row count]);
+        NSButton *button = [[[NSButton alloc] initWithFrame:NSMakeRect(left, 12, 96, 26)] autorelease];
+        [button setTitle:title];
         [button setTarget:self];
         [button setAction:@selector(buttonPressed:)];
         [[window contentView] addSubview:button];
-        left += 102;
+        [row addObject:button];
     }
+    buttons = [row retain];
     [window makeKeyAndOrderFront:self];
 }
 
@@ -129,9 +129,10 @@ static void writeChoices(NSString *media) {
 
 int main() {
     @autoreleasepool {
-        [NSApplication sharedApplication];
-        [NSApp setDelegate:static_cast<id>([SampleHost new])];
+        SampleHost *host = [[SampleHost alloc] init];
+        [[NSApplication sharedApplication] setDelegate:static_cast<id>(host)];
         [NSApp run];
+        [host release];
     }
     return EXIT_FAILURE;
 }

@@ -29,7 +29,6 @@ NS_ASSUME_NONNULL_BEGIN
 - (NSUInteger)indexOfObjectIdenticalTo:(ObjectType)object;
 - (NSString *)componentsJoinedByString:(NSString *)separator;
 - (NSArray<ObjectType> *)subarrayWithRange:(NSRange)range;
-- (NSEnumerator<ObjectType> *)objectEnumerator;
 - (BOOL)writeToFile:(NSString *)path atomically:(BOOL)atomically;
 - (NSArray<ObjectType> *)arrayByAddingObject:(ObjectType)object;
 - (NSArray<ObjectType> *)sortedArrayUsingSelector:(SEL)comparison;
