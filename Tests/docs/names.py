@@ -29,8 +29,9 @@ class Names(unittest.TestCase):
     def assert_told(self, names, least, page=None):
         """Each of the names stands as code in the page, or in any; and there are at least so many."""
         text = pages.everything() if page is None else (SOURCE / page).read_text(encoding="utf-8")
+        code = "\n".join(span for line in text.splitlines() for span in re.findall(r"`([^`]+)`", line))
         self.assertGreaterEqual(len(names), least)
-        self.assertEqual([name for name in sorted(names) if not re.search(rf"`[^`\n]*(?<!\w){re.escape(name)}(?!\w)", text)], [])
+        self.assertEqual([name for name in sorted(names) if not re.search(rf"(?<!\w){re.escape(name)}(?!\w)", code)], [])
 
     def test_notifications(self):
         self.assert_told(constants(r"Vant\w+Notification"), 10, "Documentation/host.md")
@@ -84,6 +85,10 @@ class Names(unittest.TestCase):
         read += re.findall(r"\bVANT_[A-Z_]*[A-Z]\b", scripts)
         configured = re.findall(r"option\((VANT_\w+)|set\((VANT_\w+)[^)]* CACHE ", built)
         self.assert_told({*read, *("".join(pair) for pair in configured)}, 15)
+
+    def test_variables_of_the_layer(self):
+        layer = text_of(sources(SOURCE / "Installer" / "GNUstep", ".cpp", ".mm"))
+        self.assert_told(set(re.findall(r'getenv\("(VANT_\w+)"', layer)), 3, "Documentation/host.md")
 
 
 def is_script(name):
