@@ -56,7 +56,9 @@ class FlowCase(unittest.TestCase):
         offline = ["--offline"] if options.get("offline") else []
         answer = subprocess.run([BUILD / "vantmedia", "plan", media, "--json", *web, *offline],
                                 check=True, capture_output=True, text=True)
-        planned = [(package["name"], package["component"]) for package in json.loads(answer.stdout)["media"][0]["packages"]]
+        told = json.loads(answer.stdout)
+        self.assertEqual(ended.summary["version"], told["program"])
+        planned = [(package["name"], package["component"]) for package in told["media"][0]["packages"]]
         self.assertEqual(planned, [(package["name"], package["component"]) for package in ended.summary["packages"]])
 
     def texts(self, kind):
