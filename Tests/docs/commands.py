@@ -54,12 +54,13 @@ def parts(line):
     words = shlex.split(line, comments=True)
     command = []
     for word in words:
-        if word in ("&&", ";", "|"):
+        if word in ("&&", ";", "|", "&"):
             yield command
             command = []
         else:
             command.append(word)
-    yield command
+    if command:
+        yield command
 
 
 def pairs(words):

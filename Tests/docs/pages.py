@@ -5,6 +5,7 @@ to another machine: their programs and options are looked up. Every other fence 
 import dataclasses
 import pathlib
 import re
+import shlex
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 FILES = ["README.md", "CONTRIBUTING.md", "CHANGELOG.md", "Benchmarks/README.md", "cmake/macos/README.md",
@@ -19,7 +20,7 @@ class Page:
     path: pathlib.Path
     prose: str           # without fenced and indented blocks
     scripts: list        # texts of the blocks that are run
-    commands: list       # lines of the indented blocks, continued ones joined, and spans that are commands
+    commands: list       # those of the indented blocks, and spans that are commands
 
     def anchors(self):
         """What GitHub makes of the headings."""
@@ -49,12 +50,22 @@ def read(name):
         elif fence == "sh":
             scripts[-1] += line + "\n"
         elif fence is None and line.startswith("    "):
+            if commands and not is_whole(commands[-1]):
+                line = commands.pop() + "\n" + line
             commands.append(line.strip())
         elif fence is None:
             prose.append(line)
     text = "\n".join(prose)
     commands += [span for span in re.findall(r"`([^`]+)`", text) if COMMAND.match(span)]
     return Page(SOURCE / name, text, scripts, commands)
+
+
+def is_whole(command):
+    """Not in the middle of a quoted text that goes over several lines."""
+    try:
+        return shlex.split(command, comments=True) is not None
+    except ValueError:
+        return False
 
 
 def everything():
