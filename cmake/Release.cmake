@@ -4,7 +4,7 @@
 #   lib/vant-installation/             the bundle, with the platform layer and its tools inside
 #   lib/vant-installation/system       usr/sbin/installer, for VANT_SYSTEM_ROOT
 #   include/vant-installation/         what a host compiles against
-#   share/vant-installation/           the sample host: as an application and as its source
+#   share/vant-installation/           the sample host: as an application and as its source; make-package
 #   share/doc, share/man               the pages
 #
 # cmake --install build/release --prefix DIR; cmake --build build/release --target package makes the archive, the Debian
@@ -24,6 +24,7 @@ install(FILES Installer/Plugins/Installation/Source/shell/VantInstallation.h
     DESTINATION include/vant-installation COMPONENT pane)
 install(DIRECTORY Installer/GNUstep/include/ DESTINATION include/vant-installation COMPONENT pane)
 
+install(PROGRAMS Samples/make-package DESTINATION ${samples} COMPONENT pane)
 install(DIRECTORY Samples/host DESTINATION ${samples} COMPONENT pane PATTERN CMakeLists.txt EXCLUDE)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/SampleHost.app DESTINATION ${samples} COMPONENT pane
     PATTERN SampleHost EXCLUDE)
