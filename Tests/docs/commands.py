@@ -14,7 +14,8 @@ from pages import SOURCE
 
 BUILD = pathlib.Path(os.environ.get("VANT_BUILD", SOURCE / "build" / "debug"))
 # They come with Xcode or with macOS.
-MACOS = {"brew", "codesign", "lipo", "otool", "pkgutil", "spctl", "xcrun"}
+MACOS = {"brew", "codesign", "hdiutil", "ibtool", "lipo", "log", "open", "otool", "pkgbuild", "pkgutil", "productbuild", "security", "spctl",
+         "xcodebuild", "xcrun"}
 # A word in capitals, or between angle brackets, stands for the reader's own.
 PLACEHOLDER = re.compile(r"[A-Z]+$|<.*>$")
 
