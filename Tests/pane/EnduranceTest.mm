@@ -1,0 +1,126 @@
+#import "PaneTest.h"
+
+#include "Archives.hpp"
+#include "Footprint.hpp"
+#include "HttpServer.hpp"
+#include <atomic>
+
+using namespace vant::test;
+namespace fs = std::filesystem;
+
+/// Counts notifications of a name, on whatever thread they are posted, and keeps none of them.
+@interface VantNotificationCounter : NSObject {
+@public
+    std::atomic<int> count;
+}
+- (id)initWithName:(NSString *)name;
+- (void)receive:(NSNotification *)notification;
+@end
+
+@implementation VantNotificationCounter
+
+- (id)initWithName:(NSString *)name {
+    self = [super init];
+    [[NSNotificationCenter defaultCenter] addObserver:self selector:@selector(receive:) name:name object:nil];
+    return self;
+}
+
+- (void)receive:(NSNotification *)notification {
+    (void)notification;
+    ++count;
+}
+
+@end
+
+/// Whole runs of great length, in one process: what a package or an archive takes must be given back.
+class Endurance : public PaneTest {
+protected:
+    Endurance() { setSuccessfulInstaller(); }
+
+    static VantNotificationCounter *counterOf(NSString *name) {
+        return [[VantNotificationCounter alloc] initWithName:name];
+    }
+
+    static Footprint footprintAfter(VantNotificationCounter *counter, int notifications) {
+        EXPECT_TRUE(waitUntil([&] { return counter->count >= notifications; }, longest)) << counter->count;
+        return footprint();
+    }
+
+    /// When the last package's thread and tool have ended too.
+    static Footprint footprintAtTheEnd(VantNotificationCounter *complete) {
+        (void)footprintAfter(complete, 1);
+        (void)waitUntil([] { return footprint().children == 0 && footprint().threads <= restingThreads; });
+        return footprint();
+    }
+
+    static void expectFlat(const Footprint &warm, const Footprint &end, std::size_t memoryBound) {
+        std::cout << "warm: " << warm << "\nend:  " << end << "\n";
+        EXPECT_LE(end.memory, warm.memory + memoryBound);
+        EXPECT_LE(end.descriptors, warm.descriptors + fewDescriptors);
+        EXPECT_LE(end.threads, restingThreads);
+        EXPECT_EQ(end.children, 0U);
+    }
+
+    /// Files and folders in the jail and the shared temporary folder, without those of the download folder.
+    static std::vector<std::string> files() {
+        std::vector<std::string> paths;
+        for (auto item = fs::recursive_directory_iterator(jail()); item != fs::recursive_directory_iterator(); ++item) {
+            if (item->path() == temporary("Vantrel/Download"))
+                item.disable_recursion_pending();
+            paths.push_back(item->path());
+        }
+        std::sort(paths.begin(), paths.end());
+        return paths;
+    }
+
+    static constexpr double longest = 300.0;
+    /// The main thread and those that the platform and the server keep.
+    static constexpr std::size_t restingThreads = 4;
+    /// Those of the package under way when the process was looked at first.
+    static constexpr std::size_t fewDescriptors = 4;
+};
+
+TEST_F(Endurance, AThousandPackagesLeaveTheProcessAsItWas) {
+    NSMutableArray *selection = [NSMutableArray array];
+    for (int i = 0; i < 1000; ++i)
+        [selection addObject:entry(@"Print Driver", [NSString stringWithFormat:@"/media/Package %d.pkg", i])];
+    writeMediaSelection(selection);
+    writeSettings(@{});
+    VantNotificationCounter *const next = counterOf(@"InstallNextCDComponent");
+    VantNotificationCounter *const complete = counterOf(@"CDInstallComplete");
+    createPane();
+    const Footprint warm = footprintAfter(next, 200);
+    const auto before = files();
+    const Footprint end = footprintAtTheEnd(complete);
+    EXPECT_EQ(next->count, 1000) << "the uninstaller comes last";
+    // Seen: 160 KiB for 800 packages, whose outcomes the pane keeps.
+    expectFlat(warm, end, 512);
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(Endurance, AHundredArchivesLeaveTheProcessAsItWas) {
+    HttpServer server;
+    NSMutableArray *selection = [NSMutableArray array];
+    for (int i = 0; i < 100; ++i) {
+        const std::string target = "/" + std::to_string(i) + ".zip";
+        HttpReply reply;
+        reply.body = zipOf({{i == 0 ? "Fax.pkg" : "read me.txt", std::string(100'000, 'x')}});
+        server.serve(target, reply);
+        [selection addObject:entry(@"PC fax Utility", ns(server.url(target)))];
+    }
+    writeWebSelection(selection);
+    writeSettings(@{@"Smart Update" : @"1"});
+    VantNotificationCounter *const expanded = counterOf(@"unzipcompleted");
+    VantNotificationCounter *const complete = counterOf(@"SUInstallComplete");
+    const Footprint idle = footprint();
+    createPane();
+    Footprint warm = footprintAfter(expanded, 50);
+    warm.descriptors = idle.descriptors;
+    const auto before = files();
+    const Footprint end = footprintAtTheEnd(complete);
+    EXPECT_EQ(expanded->count, 100);
+    // All archives come at once, so half of them are there before memory is at its most: 100 KB for each of the others
+    // would be 5 MB.
+    expectFlat(warm, end, 2048);
+    EXPECT_EQ(files(), before);
+}
