@@ -1,5 +1,6 @@
 """Installations from the media by the real host process."""
 import pathlib
+import plistlib
 import shutil
 
 import small_media
@@ -50,6 +51,24 @@ class MediaFlow(FlowCase):
         ended = self.run_flow("media", media)
         self.assert_continued(ended)
         self.assert_installed(ended, MEDIA)
+
+    def assert_refused(self, media, reason):
+        ended = self.run_flow("media", media)
+        self.assertEqual((ended.status, ended.reason), (1, reason))
+        self.assertEqual(self.texts("notification"), [])
+        self.assertFalse((ended.places.temporary / "Vantrel").exists())
+
+    def test_refuses_a_package_name_that_a_shell_would_read(self):
+        media = self.media()
+        (media / "SelectedInput.plist").write_bytes(plistlib.dumps([small_media.entry("Fax", "Packages/$HOME.pkg")]))
+        self.assert_refused(media, "the package $HOME.pkg holds $, which a shell would read")
+
+    def test_refuses_a_profile_name_that_a_shell_would_read(self):
+        media = self.media()
+        profiles = media / "MAC_Installer" / "MAC_Data" / "Profiles"
+        profiles.mkdir(parents=True)
+        (profiles / "`x`.zip").touch()
+        self.assert_refused(media, "the colour profile `x`.zip holds `, which a shell would read")
 
     def test_a_damaged_package_does_not_stop_the_others(self):
         media = self.media()

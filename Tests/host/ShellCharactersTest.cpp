@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 using vant::host::shellCharacter;
+using vant::host::shellCharacterInName;
 
 TEST(HostShellCharacters, NamesWhatAShellReadsInsideDoubleQuotes) {
     struct Row {
@@ -30,4 +31,11 @@ TEST(HostShellCharacters, LeavesEverythingElse) {
          {"", "http://site/a b.zip", "http://site/it's (1) & more; *?~#!.zip", "http://site/Ger%C3%A4t.zip",
           "http://site/100%", "http://site/100%2", "http://site/%zz%2g", "/média/«1»"})
         EXPECT_FALSE(shellCharacter(location)) << location;
+}
+
+TEST(HostShellCharacters, AreNotEncodedInAFilesName) {
+    EXPECT_EQ(shellCharacterInName("Fax `x`.pkg"), "`");
+    EXPECT_EQ(shellCharacterInName("a\nb.zip"), "a line feed");
+    EXPECT_EQ(shellCharacterInName("100%24 (it's).icc"), std::nullopt);
+    EXPECT_EQ(shellCharacterInName(""), std::nullopt);
 }

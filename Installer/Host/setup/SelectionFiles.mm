@@ -1,7 +1,8 @@
 #import "SelectionFiles.h"
 
+#import "Refusals.h"
+
 #include "Locations.hpp"
-#include "ShellCharacters.hpp"
 
 static NSString *const mediaSelectionFile = @"SelectedInput.plist";
 static NSString *const userSettingsFile = @"VantUserSettings.plist";
@@ -34,18 +35,6 @@ static id withAbsoluteLocations(id value, NSString *base, bool isLocation) {
         [dictionary setObject:withAbsoluteLocations([value objectForKey:key], base, location) forKey:key];
     }
     return dictionary;
-}
-
-/// The texts of a selection's locations.
-static NSArray *locationsIn(NSArray *selection) {
-    NSMutableArray *locations = [NSMutableArray array];
-    for (id entry in selection) {
-        id location = [entry isKindOfClass:[NSDictionary class]] ? [entry objectForKey:@"LOCATION"] : nil;
-        id text = [location isKindOfClass:[NSDictionary class]] ? [location objectForKey:@"text"] : nil;
-        if ([text isKindOfClass:[NSString class]])
-            [locations addObject:text];
-    }
-    return locations;
 }
 
 /// Copies a selection file, its locations made absolute; a file that is no property list is copied as it stands.
@@ -88,15 +77,14 @@ static void writeUserSettings(const HostSettings &settings, NSString *target) {
     [choices writeToFile:target atomically:YES];
 }
 
-/// Why a selection is not downloaded, nil when it is. An archive is expanded by a shell's command line that holds its
-/// name, which comes from its address.
-static NSString *refusalOf(NSString *selection) {
-    for (NSString *location in locationsIn([NSArray arrayWithContentsOfFile:selection])) {
-        if (const auto character = vant::host::shellCharacter([location UTF8String]))
-            return [NSString
-                stringWithFormat:@"the address %@ holds %s, which a shell would read", location, character->c_str()];
-    }
-    return nil;
+/// Why what has been written is not installed, nil when it is.
+static NSString *refusal(const HostSettings &settings, NSString *working) {
+    if (NSString *ofAddress = VantRefusedAddress([working stringByAppendingPathComponent:mediaSelectionFile]))
+        return ofAddress;
+    for (NSString *file in @[ @"CD/SelectedInput.plist", userSettingsFile ])
+        if (NSString *ofPackage = VantRefusedPackage([working stringByAppendingPathComponent:file]))
+            return ofPackage;
+    return VantRefusedProfile(settings.media);
 }
 
 NSString *VantWriteSelectionFiles(const HostSettings &settings) {
@@ -109,13 +97,12 @@ NSString *VantWriteSelectionFiles(const HostSettings &settings) {
                               error:nullptr];
     copySelection([settings.media stringByAppendingPathComponent:mediaSelectionFile], settings.media,
                   [working stringByAppendingPathComponent:@"CD/SelectedInput.plist"]);
-    NSString *downloads = [working stringByAppendingPathComponent:mediaSelectionFile];
-    copySelection(settings.webSelection, settings.site, downloads);
-    if (NSString *refusal = refusalOf(downloads)) {
-        [files removeFileAtPath:working handler:nil];
-        return refusal;
-    }
+    copySelection(settings.webSelection, settings.site, [working stringByAppendingPathComponent:mediaSelectionFile]);
     writeUserSettings(settings, [working stringByAppendingPathComponent:userSettingsFile]);
+    if (NSString *refused = refusal(settings, working)) {
+        [files removeFileAtPath:working handler:nil];
+        return refused;
+    }
     for (NSString *slides in @[ @"GTA", @"GTA_Default" ])
         [files copyPath:[settings.media stringByAppendingPathComponent:slides]
                  toPath:[working stringByAppendingPathComponent:slides]

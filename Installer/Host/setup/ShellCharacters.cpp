@@ -4,6 +4,8 @@
 
 namespace vant::host {
 
+constexpr std::string_view readByShells("\"$`\\\n\r\0", 7);
+
 static std::string nameOf(char c) {
     switch (c) {
     case '\n':
@@ -26,13 +28,17 @@ static char leadingCharacter(std::string_view text) {
 }
 
 std::optional<std::string> shellCharacter(std::string_view location) {
-    constexpr std::string_view read("\"$`\\\n\r\0", 7);
     for (; !location.empty(); location.remove_prefix(1)) {
         const char c = leadingCharacter(location);
-        if (read.find(c) != std::string_view::npos)
+        if (readByShells.find(c) != std::string_view::npos)
             return nameOf(c);
     }
     return std::nullopt;
+}
+
+std::optional<std::string> shellCharacterInName(std::string_view name) {
+    const std::size_t at = name.find_first_of(readByShells);
+    return at != std::string_view::npos ? std::optional(nameOf(name[at])) : std::nullopt;
 }
 
 } // namespace vant::host

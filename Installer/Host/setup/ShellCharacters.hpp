@@ -9,4 +9,7 @@ namespace vant::host {
 /// none. Percent-encoded characters count, since a download is named after what they stand for.
 [[nodiscard]] std::optional<std::string> shellCharacter(std::string_view location);
 
+/// The same of a file's name, in which a percent sign is only that.
+[[nodiscard]] std::optional<std::string> shellCharacterInName(std::string_view name);
+
 } // namespace vant::host
