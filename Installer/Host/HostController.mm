@@ -1,5 +1,6 @@
 #import "HostController.h"
 
+#import "DownloadFolder.h"
 #import "HostText.h"
 #import "OwnFolder.h"
 #import "RunReport.h"
@@ -178,6 +179,9 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
 - (void)leave {
     if (!end.continued())
         std::fprintf(stderr, "VantHost: %s\n", end.reason.c_str());
+    // Nobody needs them again, unless something went wrong and is to be looked at.
+    if (exitStatus == 0)
+        VantRemoveDownloads();
     VantLeaveOwnFolder();
     // At once: installer threads may still be at work, and must not see this process's objects go.
     std::_Exit(exitStatus);

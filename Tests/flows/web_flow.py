@@ -47,6 +47,7 @@ class WebFlow(FlowCase):
         self.assert_installed(ended, EXPECTED)
         self.assertEqual(ended.summary["status"], host_string("en", "FINISH.TITLE"))
         self.assertEqual(ended.summary["setAside"], [])
+        self.assertFalse((ended.places.temporary / "Vantrel" / "Download").exists())
 
     def test_announces_each_download_and_each_package(self):
         self.install(archives())
@@ -83,6 +84,8 @@ class WebFlow(FlowCase):
         self.assertEqual([failure["archive"] for failure in ended.summary["notExpanded"]], ["Scan.zip"])
         self.assertNotEqual(ended.summary["notExpanded"][0]["words"], "")
         self.assertIn("Scan.zip", report.complaints(ended)[0])
+        # Kept for a look: this run was not whole.
+        self.assertTrue((ended.places.temporary / "Vantrel" / "Download" / "Scan.zip").exists())
 
     def test_refuses_an_address_that_a_shell_would_read(self):
         ended = self.install(archives() | {"$HOME.zip": inside("Fax.pkg", package_files("Fax", 1))})

@@ -1,5 +1,7 @@
 #import "RunReport.h"
 
+#import "DownloadFolder.h"
+
 #include <cstdio>
 #include <fstream>
 #include <unistd.h>
@@ -30,7 +32,6 @@ static void addFindings(std::vector<Package> &packages, const RunWitnesses &witn
 static Summary summaryOf(const HostSettings &settings, const Ending &end, const RunWitnesses &witnesses) {
     const std::string volume = text(settings.installRoot);
     const std::string log = logText(STDERR_FILENO);
-    NSString *downloads = [NSTemporaryDirectory() stringByAppendingPathComponent:@"Vantrel/Download"];
     NSDictionary *information = [[NSBundle bundleWithPath:settings.bundle] infoDictionary];
     Summary summary = {
         .version = text([information objectForKey:@"CFBundleShortVersionString"]),
@@ -42,7 +43,7 @@ static Summary summaryOf(const HostSettings &settings, const Ending &end, const 
         .reason = end.reason,
         .errorCode = [witnesses.pane downloadError],
         .packages = {},
-        .notExpanded = expansionFailures(log, text(downloads)),
+        .notExpanded = expansionFailures(log, text(VantDownloadFolder())),
         .setAside = folderNames(text([NSHomeDirectory() stringByAppendingPathComponent:@"Desktop/QuorvelPrinter"])),
         .installedFiles = volume.empty() ? 0 : fileCount(volume),
     };

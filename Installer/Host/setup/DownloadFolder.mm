@@ -1,0 +1,9 @@
+#import "DownloadFolder.h"
+
+NSString *VantDownloadFolder(void) {
+    return [NSTemporaryDirectory() stringByAppendingPathComponent:@"Vantrel/Download"];
+}
+
+void VantRemoveDownloads(void) {
+    [[NSFileManager defaultManager] removeFileAtPath:VantDownloadFolder() handler:nil];
+}
