@@ -14,6 +14,21 @@ using samples::Format;
 
 namespace {
 
+/// Empty files, each of which says that it has another name.
+class LinkedFiles : public EntryReader {
+public:
+    explicit LinkedFiles(int count) : left_(count) {}
+
+    bool next(Entry &entry) override {
+        entry = {.path = "file " + std::to_string(left_), .mode = 0644, .target = "", .hasOtherNames = true};
+        return left_-- > 0;
+    }
+    bool nextBlock(DataBlock & /*block*/) override { return false; }
+
+private:
+    int left_;
+};
+
 class Expansion : public testing::Test {
 protected:
     /// Expands three files of four bytes each; the error text when that fails, "" otherwise.
@@ -53,6 +68,14 @@ TEST_F(Expansion, StopsAtTheLimitOfEntries) {
     EXPECT_EQ(expandWith({.entries = 3}), "");
     EXPECT_EQ(expandWith({.entries = 2}), "the archive holds more than 2 entries");
     EXPECT_TRUE(std::filesystem::exists(jail_.path("out/b")));
+}
+
+TEST_F(Expansion, StopsAtTheLimitOfEntriesWithSeveralNames) {
+    Destination destination(jail_.root(), 0777);
+    LinkedFiles three(3);
+    EXPECT_EQ(expand(three, destination, {.linked = 3}, [] {}).entries, 3U);
+    LinkedFiles four(4);
+    EXPECT_THROW(expand(four, destination, {.linked = 3}, [] {}), ExpansionError);
 }
 
 TEST_F(Expansion, RefusesAFileForWhichThereIsNoRoomBeforeItsFirstByte) {

@@ -19,8 +19,7 @@ public:
     Expanded all() {
         makeSureOfRoom("the archive", reader_.announcedBytes().value_or(0));
         while (reader_.next(entry_)) {
-            if (++done_.entries > limits_.entries)
-                throw ExpansionError("the archive holds more than " + std::to_string(limits_.entries) + " entries");
+            count();
             write();
             moved_();
         }
@@ -29,6 +28,14 @@ public:
     }
 
 private:
+    void count() {
+        if (++done_.entries > limits_.entries)
+            throw ExpansionError("the archive holds more than " + std::to_string(limits_.entries) + " entries");
+        if (entry_.hasOtherNames && ++linked_ > limits_.linked)
+            throw ExpansionError("the archive holds more than " + std::to_string(limits_.linked) +
+                                 " entries with several names");
+    }
+
     [[nodiscard]] EntryPath pathFrom(const std::string &name) const {
         const auto path = safeEntryPath(name);
         if (!path)
@@ -122,6 +129,7 @@ private:
     const std::uint64_t room_;
     Entry entry_;
     Expanded done_;
+    std::uint64_t linked_ = 0;
     /// Names of files whose data has not come yet, by their first name.
     std::map<std::string, std::vector<std::string>> waiting_;
 };

@@ -11,6 +11,9 @@ namespace vant::tools {
 /// What one expansion may produce at most, beside what the volume has room for.
 struct Limits {
     std::uint64_t entries = 500'000;
+    /// Entries that say they have other names, as folders of a cpio do too. The library looks for each of them among
+    /// all earlier ones: a hundred thousand would take half a minute.
+    std::uint64_t linked = 40'000;
     std::uint64_t bytes = std::numeric_limits<std::uint64_t>::max();
 };
 
