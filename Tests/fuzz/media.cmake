@@ -9,15 +9,6 @@ target_link_libraries(VantFuzzedMedia PUBLIC VantFuzzedReaders VantRules VantHos
 vant_warnings(VantFuzzedMedia)
 vant_foundation(VantFuzzedMedia)
 
-add_executable(MediaFuzz MediaFuzz.cpp)
-target_compile_options(MediaFuzz PRIVATE -fsanitize=fuzzer)
-target_link_options(MediaFuzz PRIVATE -fsanitize=fuzzer -static-libsan)
+vant_fuzz_target(MediaFuzz 3 -max_len=16384 ${CMAKE_BINARY_DIR}/forms)
 target_link_libraries(MediaFuzz PRIVATE VantFuzzedMedia)
-vant_warnings(MediaFuzz)
 add_dependencies(MediaFuzz ArchiveForms)
-set(found ${CMAKE_CURRENT_BINARY_DIR}/MediaFuzz.found)
-file(MAKE_DIRECTORY ${found})
-add_test(NAME Fuzz.MediaFuzz
-    COMMAND MediaFuzz -max_total_time=3 -max_len=16384 -seed=1 -timeout=20 ${found} ${CMAKE_BINARY_DIR}/forms)
-set_tests_properties(Fuzz.MediaFuzz PROPERTIES
-    ENVIRONMENT ASAN_OPTIONS=detect_leaks=0:max_allocation_size_mb=64:allocator_may_return_null=1)

@@ -14,17 +14,7 @@ target_link_libraries(VantFuzzedReaders PUBLIC
 vant_warnings(VantFuzzedReaders)
 
 foreach(name ZipFuzz CpioFuzz PackageFuzz DistributionFuzz)
-    add_executable(${name} ${name}.cpp)
-    target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
-    target_link_options(${name} PRIVATE -fsanitize=fuzzer -static-libsan)
+    vant_fuzz_target(${name} 3 -max_len=16384 ${CMAKE_BINARY_DIR}/forms)
     target_link_libraries(${name} PRIVATE VantFuzzedReaders)
-    vant_warnings(${name})
     add_dependencies(${name} ArchiveForms)
-    set(found ${CMAKE_CURRENT_BINARY_DIR}/${name}.found)
-    file(MAKE_DIRECTORY ${found})
-    add_test(NAME Fuzz.${name}
-        COMMAND ${name} -max_total_time=3 -max_len=16384 -seed=1 -timeout=20 ${found} ${CMAKE_BINARY_DIR}/forms)
-    # The tools' worker gets no such piece of memory either.
-    set_tests_properties(Fuzz.${name} PROPERTIES
-        ENVIRONMENT ASAN_OPTIONS=detect_leaks=0:max_allocation_size_mb=64:allocator_may_return_null=1)
 endforeach()
