@@ -2,6 +2,7 @@
 
 #include "GNUstep/download/Address.hpp"
 
+#include <cstdlib>
 #include <string>
 #include <sys/socket.h>
 
@@ -62,6 +63,9 @@ void CurlSource::configure() {
     curl_easy_setopt(easy_, CURLOPT_NOSIGNAL, 1L);
     // Abandoning a download whose host name is still being resolved must not block the thread.
     curl_easy_setopt(easy_, CURLOPT_QUICK_EXIT, 1L);
+    // The command-line tool reads this variable, the library does not.
+    if (const char *const trusted = std::getenv("CURL_CA_BUNDLE"); trusted != nullptr && *trusted != '\0')
+        curl_easy_setopt(easy_, CURLOPT_CAINFO, trusted);
     if (isLoopback(addressHost(address)))
         curl_easy_setopt(easy_, CURLOPT_PROXY, "");
 }
