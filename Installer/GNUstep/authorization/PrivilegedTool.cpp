@@ -1,21 +1,16 @@
 #include "GNUstep/authorization/PrivilegedTool.hpp"
 
-#include "GNUstep/authorization/ChildEndings.hpp"
+#include "GNUstep/authorization/ToolReaping.hpp"
 #include "GNUstep/files/Descriptor.hpp"
-#include "GNUstep/process/Uninterrupted.hpp"
 
 #include <array>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
-#include <optional>
 #include <pthread.h>
 #include <spawn.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -54,32 +49,14 @@ std::vector<char *> argumentVector(const std::string &path, char *const *argumen
 struct Child {
     ToolExit exit;
     ToolExitHandler onExit;
-    std::uint32_t mark; ///< Taken before it was started.
+    StartedTool *tool = nullptr;
 };
 
-/// The status of a child that somebody else has reaped. The signal that tells it may still be on its way.
-std::optional<int> statusFromSignal(const Child &child) {
-    constexpr auto longest = std::chrono::seconds(1);
-    const auto end = std::chrono::steady_clock::now() + longest;
-    auto status = childEnding(child.exit.process, child.mark);
-    while (!status && std::chrono::steady_clock::now() < end) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        status = childEnding(child.exit.process, child.mark);
-    }
-    return status;
-}
-
 // One may be tempted to collect every child in one place with waitpid(-1), but that would take the exit status from
-// under the tasks that the host itself waits for. A wait for one process id, begun while that process cannot have been
-// replaced, touches no other child.
+// under the tasks that the host itself waits for.
 void *reap(void *context) {
     const std::unique_ptr<Child> child(static_cast<Child *>(context));
-    int status = 0;
-    if (uninterrupted([&] { return waitpid(child->exit.process, &status, 0); }) == child->exit.process)
-        child->exit.waitStatus = status;
-    else if (child->onExit != nullptr)
-        child->exit.waitStatus = statusFromSignal(*child);
-    unwatchChild(child->exit.process);
+    child->exit.waitStatus = reapTool(child->tool);
     if (child->onExit != nullptr)
         child->onExit(child->exit);
     return nullptr;
@@ -105,11 +82,16 @@ void reapInBackground(std::unique_ptr<Child> child) {
 bool spawn(const std::string &path, char *const *arguments, const SpawnActions &actions, ToolExitHandler onExit) {
     const std::string file = toolLocation(path);
     std::vector<char *> vector = argumentVector(path, arguments);
-    auto child = std::make_unique<Child>(Child{.exit = {.path = path}, .onExit = onExit, .mark = childEndingsMark()});
+    auto child = std::make_unique<Child>(Child{.exit = {.path = path}, .onExit = onExit});
     child->exit.arguments.assign(vector.begin() + 1, vector.end() - 1);
-    if (posix_spawn(&child->exit.process, file.c_str(), actions.get(), nullptr, vector.data(), environ) != 0)
+    child->tool = startTool([&] {
+        pid_t process = 0;
+        const int error = posix_spawn(&process, file.c_str(), actions.get(), nullptr, vector.data(), environ);
+        return error == 0 ? process : 0;
+    });
+    if (child->tool == nullptr)
         return false;
-    watchChild(child->exit.process);
+    child->exit.process = processOf(*child->tool);
     reapInBackground(std::move(child));
     return true;
 }
