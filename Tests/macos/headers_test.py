@@ -47,3 +47,9 @@ class Headers(unittest.TestCase):
             word = name.split(":")[0]
             setter = f"set{word[0].upper()}{word[1:]}"
             self.assertRegex(sources, rf"\b({word}|{setter})\b", f"nothing uses {name} any more")
+
+    def test_one_file_alone_is_given_the_platforms_download(self):
+        # All others are compiled without it, since the header of the framework leaves it out.
+        users = [path.name for path in bundle.SOURCE.rglob("*.*") if path.suffix in (".h", ".hpp", ".cpp", ".mm")
+                 and "NSURLDownload" in path.read_text()]
+        self.assertEqual(users, ["VantDownload.mm"])

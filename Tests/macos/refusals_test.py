@@ -60,6 +60,11 @@ class WrongChange(unittest.TestCase):
     def test_a_class_that_nobody_has_looked_up(self):
         self.refused("[NSURLSession sharedSession];", "undeclared identifier 'NSURLSession'")
 
+    def test_a_download_past_the_one_file_that_has_the_platforms_class(self):
+        download = "NSURLDownload *download = nil; [download cancel];"
+        self.refused(download, "undeclared identifier 'NSURLDownload'")
+        self.assertEqual(self.complaints(download, "#import <Foundation/NSURLDownload.h>\n"), "")
+
     def test_an_argument_of_another_class(self):
         self.refused("[text stringByAppendingString:list];", "cannot initialize a parameter of type 'NSString *")
 

@@ -1,7 +1,7 @@
 #pragma once
 #import <Foundation/Collections.h>
 
-/// Addresses, requests, and the download of a file.
+/// Addresses, requests and responses.
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -38,32 +38,6 @@ typedef NS_ENUM(NSUInteger, NSURLRequestCachePolicy) {
 @interface NSURLResponse : NSObject <NSCopying>
 @property (nullable, readonly, copy) NSString *suggestedFilename;
 @property (readonly) long long expectedContentLength;
-@end
-
-@class NSURLDownload;
-
-/// The name is documented as legacy and deprecated by the messages that make and steer a download.
-@protocol NSURLDownloadDelegate <NSObject>
-@optional
-- (void)downloadDidBegin:(NSURLDownload *)download;
-- (nullable NSURLRequest *)download:(NSURLDownload *)download
-                    willSendRequest:(NSURLRequest *)request
-                   redirectResponse:(nullable NSURLResponse *)response;
-- (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response;
-- (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length;
-- (void)download:(NSURLDownload *)download decideDestinationWithSuggestedFilename:(NSString *)name;
-- (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path;
-- (void)downloadDidFinish:(NSURLDownload *)download;
-- (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error;
-@end
-
-@interface NSURLDownload : NSObject
-- (instancetype)initWithRequest:(NSURLRequest *)request
-                       delegate:(nullable id<NSURLDownloadDelegate>)delegate
-    API_DEPRECATED("Use NSURLSession and its download task", macos(10.3, 10.11));
-@property (readonly, copy) NSURLRequest *request;
-- (void)cancel;
-- (void)setDestination:(NSString *)path allowOverwrite:(BOOL)overwrite;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -11,7 +11,7 @@ struct DownloadFields {
     id delegate;                           ///< whose fields these are
     NSString *&ulrList;                    ///< address started last
     NSString *&sFilePath;                  ///< its destination
-    NSURLDownload *&filedownload;          ///< the platform's object
+    id &filedownload;                      ///< the download, see `VantDownload`
     NSURL *&fileURL;                       ///< the file created last
     NSDictionary *&downloadinfo;           ///< user information posted last
     BOOL &downloadIsIndeterminate;         ///< no length is known
@@ -60,8 +60,8 @@ void acceptResponse(const DownloadFields &fields, NSURLResponse *response);
 /// Posts "downloadinfoo".
 void announceDestination(const DownloadFields &fields, NSString *path);
 /// Posts "downloadcompleted", completes the progress and stops the thread's run loop.
-void finishDownload(const DownloadFields &fields, NSURLDownload *download);
+void finishDownload(const DownloadFields &fields, id download);
 /// Retries, or keeps the error's code; gives the outcome.
-FailureOutcome acceptFailure(const DownloadFields &fields, NSURLDownload *download, NSError *error);
+FailureOutcome acceptFailure(const DownloadFields &fields, id download, NSError *error);
 
 } // namespace vant

@@ -6,6 +6,7 @@
 #import "base/Retained.h"
 #include "download/DownloadProgress.hpp"
 #include "download/RequestFields.hpp"
+#import "download/VantDownload.h"
 #import "shell/Notifications.h"
 #include <CoreFoundation/CoreFoundation.h>
 
@@ -37,11 +38,11 @@ NSString *destinationFor(NSString *address) {
         stringByAppendingPathComponent:nsString(destinationName(utf8(address)))];
 }
 
-// Gives up the reference taken when the download was started. Its last messages may still be under way.
-void letGo(const DownloadFields &fields, NSURLDownload *download) {
+// Gives up the reference taken when the download was started.
+void letGo(const DownloadFields &fields, id download) {
     if (fields.filedownload == download)
         fields.filedownload = nil;
-    [download autorelease];
+    [VantDownload giveUp:download];
 }
 
 void showPercent(const DownloadFields &fields, double percent) {
@@ -63,15 +64,12 @@ void openDownload(const DownloadFields &fields, NSString *address) {
     VantEnsurePrivateFolder(downloadFolder());
     hold(fields.ulrList, address);
     // The field's previous download is not released: it may be running, and is let go when it ends.
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wdeprecated-declarations"
-    fields.filedownload = [[NSURLDownload alloc] initWithRequest:requestFor(address) delegate:fields.delegate];
-#pragma clang diagnostic pop
+    fields.filedownload = [VantDownload newDownloadOfRequest:requestFor(address) delegate:fields.delegate];
     hold(fields.sFilePath, destinationFor(address));
 }
 
 void placeDownload(const DownloadFields &fields) {
-    [fields.filedownload setDestination:fields.sFilePath allowOverwrite:YES];
+    [VantDownload download:fields.filedownload writeToPath:fields.sFilePath];
 }
 
 void acceptResponse(const DownloadFields &fields, NSURLResponse *response) {
@@ -101,7 +99,7 @@ void announceDestination(const DownloadFields &fields, NSString *path) {
     post(VantDownloadInfoNotification, info);
 }
 
-void finishDownload(const DownloadFields &fields, NSURLDownload *download) {
+void finishDownload(const DownloadFields &fields, id download) {
     post(VantDownloadCompletedNotification, @{VantDownloadKey : fields.delegate});
     fields.double_percent = 100.0;
     showPercent(fields, 100.0);
@@ -110,7 +108,7 @@ void finishDownload(const DownloadFields &fields, NSURLDownload *download) {
     CFRunLoopStop(CFRunLoopGetCurrent());
 }
 
-FailureOutcome acceptFailure(const DownloadFields &fields, NSURLDownload *download, NSError *error) {
+FailureOutcome acceptFailure(const DownloadFields &fields, id download, NSError *error) {
     const int code = static_cast<int>([error code]);
     const FailureOutcome outcome = failureOutcome(code, fields.nRetry);
     letGo(fields, download);

@@ -1,8 +1,10 @@
 #import <Cocoa/Cocoa.h>
 
+#import "download/VantDownload.h"
+
 /// One row of the web-download table: its check box, spinner, bar and status text, and the state of one download, whose
 /// delegate a row can be. Main thread.
-@interface BDObject : NSObject <NSURLDownloadDelegate> {
+@interface BDObject : NSObject <VantDownloadDelegate> {
 @package
     NSProgressIndicator *continuousProgress; ///< the spinner; owned
     NSProgressIndicator *discreteProgress;   ///< the bar, 0 to 99; owned
@@ -10,7 +12,7 @@
     NSButtonCell *checkButton;               ///< the check box
     BOOL checkBTStatus;                      ///< whether the row is ticked
     NSString *sFilePath;                     ///< where its download goes
-    NSURLDownload *filedownload;             ///< its download, while a retry of its own runs
+    id filedownload;                         ///< its download, while a retry of its own runs
     NSURLRequest *request;                   ///< unused, as the others without a word
     double double_percent;                   ///< percentage of the current file, 0 to 100
     NSString *MDLstring;
@@ -18,7 +20,7 @@
     NSString *downlodedpath;
     NSURL *originalURL;
     NSURL *fileURL; ///< the file that was created
-    NSURLDownload *xmldownload;
+    id xmldownload;
     NSURL *xmloriginalURL;
     NSURL *xmlfileURL;
     BOOL downloadIsIndeterminate; ///< cleared by a response with a length

@@ -133,21 +133,19 @@ static void discard(NSProgressIndicator *indicator) {
 }
 
 - (void)CancelDownload {
-    [filedownload cancel];
-    // A cancelled download sends nothing more, so nothing else would give it up.
-    [filedownload release];
+    [VantDownload cancel:filedownload];
     filedownload = nil;
     [discreteProgress setDoubleValue:0.0];
     mDownloadProgress = 0;
     Cancelstatus = @"CancelDownload";
 }
 
-- (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response {
+- (void)download:(id)download didReceiveResponse:(NSURLResponse *)response {
     (void)download;
     vant::acceptResponse(vant::downloadFields(self), response);
 }
 
-- (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length {
+- (void)download:(id)download didReceiveDataOfLength:(NSUInteger)length {
     (void)download;
     if (!vant::acceptData(vant::downloadFields(self), length))
         return;
@@ -155,16 +153,16 @@ static void discard(NSProgressIndicator *indicator) {
     mDownloadProgress = double_percent;
 }
 
-- (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path {
+- (void)download:(id)download didCreateDestination:(NSString *)path {
     (void)download;
     vant::announceDestination(vant::downloadFields(self), path);
 }
 
-- (void)downloadDidFinish:(NSURLDownload *)download {
+- (void)downloadDidFinish:(id)download {
     vant::finishDownload(vant::downloadFields(self), download);
 }
 
-- (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error {
+- (void)download:(id)download didFailWithError:(NSError *)error {
     vant::acceptFailure(vant::downloadFields(self), download, error);
 }
 

@@ -25,12 +25,12 @@ struct VantFinishOrder : vant::FinishOrder {};
     [self finishOrder].started(filedownload, vant::utf8(sFilePath));
 }
 
-- (void)download:(NSURLDownload *)download didReceiveResponse:(NSURLResponse *)response {
+- (void)download:(id)download didReceiveResponse:(NSURLResponse *)response {
     (void)download;
     vant::acceptResponse(vant::downloadFields(self), response);
 }
 
-- (void)download:(NSURLDownload *)download didReceiveDataOfLength:(NSUInteger)length {
+- (void)download:(id)download didReceiveDataOfLength:(NSUInteger)length {
     (void)download;
     if (!vant::acceptData(vant::downloadFields(self), length))
         return;
@@ -38,12 +38,12 @@ struct VantFinishOrder : vant::FinishOrder {};
     mDownloadProgress = double_percent;
 }
 
-- (void)download:(NSURLDownload *)download didCreateDestination:(NSString *)path {
+- (void)download:(id)download didCreateDestination:(NSString *)path {
     [self finishOrder].created(download);
     vant::announceDestination(vant::downloadFields(self), path);
 }
 
-- (void)downloadDidFinish:(NSURLDownload *)download {
+- (void)downloadDidFinish:(id)download {
     if ([self finishOrder].finished(download))
         [self announceFinishedDownloads];
     else
@@ -53,10 +53,10 @@ struct VantFinishOrder : vant::FinishOrder {};
 /// One at a time, and asking anew after each: a handler may turn the run loop, and with it this operation.
 - (void)announceFinishedDownloads {
     while (const auto download = [self finishOrder].next(vant::utf8([self pathToExpandNext])))
-        vant::finishDownload(vant::downloadFields(self), static_cast<NSURLDownload *>(const_cast<void *>(*download)));
+        vant::finishDownload(vant::downloadFields(self), static_cast<id>(const_cast<void *>(*download)));
 }
 
-- (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error {
+- (void)download:(id)download didFailWithError:(NSError *)error {
     const int code = static_cast<int>([error code]);
     [self trace:@"***ERROR*** Download did fail with error:[%d]", code];
     [self trace:@"%@", vant::nsString(vant::failureTrace(code))];

@@ -105,7 +105,7 @@
     int nRetry;                            ///< retries used for the current address, 0 to 2
     NSString *ulrList;                     ///< address started last
     NSString *sFilePath;                   ///< where it is downloaded to
-    NSURLDownload *filedownload;           ///< the platform's object for it
+    id filedownload;                       ///< the platform's object for it
     NSDictionary *downloadinfo;            ///< what the last `VantDownloadInfoNotification` carried
     NSDictionary *downloadindexDic;        ///< what the last `VantWebDownloadStartNotification` carried
     NSMutableArray *TestArray;             ///< never made
@@ -142,7 +142,7 @@
     NSString *ReadMDLstring;
     NSString *downlodedpath;
     NSURL *originalURL;
-    NSURLDownload *xmldownload;
+    id xmldownload;
     NSURL *xmloriginalURL;
     NSURL *xmlfileURL;
     BOOL downloading;

@@ -6,6 +6,7 @@
 #import "base/PropertyList.h"
 #import "base/Retained.h"
 #include "base/SharedValue.hpp"
+#import "download/VantDownload.h"
 #import "install/package/VantInstallation+PackageInstaller.h"
 #import "install/status/VantInstallation+RunEvents.h"
 #include "install/tasks/Archives.hpp"
@@ -117,8 +118,8 @@ static std::string keyOfAddress(NSString *address) {
     [componentTable change:[](vant::TableRows &rows) { rows.runEnded(); }];
 }
 
-- (void)runHasLostDownload:(NSURLDownload *)download {
-    [componentTable change:[key = keyOfAddress([[[download request] URL] absoluteString])](vant::TableRows &rows) {
+- (void)runHasLostDownload:(id)download {
+    [componentTable change:[key = keyOfAddress([VantDownload addressOfDownload:download])](vant::TableRows &rows) {
         rows.downloadFailed(key);
     }];
 }

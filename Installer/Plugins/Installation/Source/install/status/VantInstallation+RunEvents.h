@@ -7,5 +7,5 @@
 /// The run has stopped for good, before its end. Thread: any.
 - (void)runHasStopped;
 /// A download has failed; it may be tried again. Thread: main.
-- (void)runHasLostDownload:(NSURLDownload *)download;
+- (void)runHasLostDownload:(id)download;
 @end
