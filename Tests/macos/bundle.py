@@ -1,4 +1,5 @@
-"""The macOS bundle as LLVM's tools tell of it. VANT_MACOS_BUILD names the build folder that it lies in."""
+"""The macOS bundle, and the host beside it, as LLVM's tools tell of them. VANT_MACOS_BUILD names the build folder that
+they lie in."""
 
 import os
 import re
@@ -12,34 +13,38 @@ BUILD = Path(os.environ.get("VANT_MACOS_BUILD", PROJECT / "build/macos-cross"))
 CONTENTS = BUILD / "VantInstallation.bundle/Contents"
 BINARY = CONTENTS / "MacOS/VantInstallation"
 SLICES = {"arm64": "11.0", "x86_64": "10.13"}
+HOST_CONTENTS = BUILD / "VantHost.app/Contents"
+HOST = HOST_CONTENTS / "MacOS/VantHost"
+# The standard library's file system, which the host uses and the pane does not, came with macOS 10.15.
+HOST_SLICES = {"arm64": "11.0", "x86_64": "10.15"}
 
 
 @cache
-def told(tool, *arguments):
-    command = [f"llvm-{tool}-19", *arguments, str(BINARY)]
+def told(tool, *arguments, binary=BINARY):
+    command = [f"llvm-{tool}-19", *arguments, str(binary)]
     return subprocess.run(command, check=True, text=True, capture_output=True).stdout
 
 
-def slices():
-    return set(told("lipo", "-archs").split())
+def slices(binary=BINARY):
+    return set(told("lipo", "-archs", binary=binary).split())
 
 
-def load_commands(architecture):
-    return told("objdump", "--macho", "--private-headers", f"--arch={architecture}")
+def load_commands(architecture, binary=BINARY):
+    return told("objdump", "--macho", "--private-headers", f"--arch={architecture}", binary=binary)
 
 
-def minimum_version(architecture):
+def minimum_version(architecture, binary=BINARY):
     mark = r"(?:minos|LC_VERSION_MIN_MACOSX\s+cmdsize \d+\s+version) ([\d.]+)"
-    return re.search(mark, load_commands(architecture))[1]
+    return re.search(mark, load_commands(architecture, binary))[1]
 
 
-def libraries(architecture):
-    return set(re.findall(r"cmd LC_LOAD_DYLIB\s+cmdsize \d+\s+name (\S+)", load_commands(architecture)))
+def libraries(architecture, binary=BINARY):
+    return set(re.findall(r"cmd LC_LOAD_DYLIB\s+cmdsize \d+\s+name (\S+)", load_commands(architecture, binary)))
 
 
-def imports(architecture):
+def imports(architecture, binary=BINARY):
     """Pairs of a symbol and the library that it is to come from."""
-    lines = told("nm", "-m", "-u", "-arch", architecture).splitlines()
+    lines = told("nm", "-m", "-u", "-arch", architecture, binary=binary).splitlines()
     return {re.search(r"external (\S+) \((?:from )?(.+)\)", line).groups() for line in lines if line}
 
 
@@ -84,8 +89,14 @@ def listed(name):
     return {f"_{line.split()[0]}" for line in lines if line and not line.startswith("#")}
 
 
-def offered(library):
-    if library != "libSystem":
+def offered(library, *, host=False):
+    """What the pane, or the host, may take of a library. The host has lists of its own, on top of the pane's, since it
+    runs on newer systems alone."""
+    if library == "libSystem":
+        # Its stub is the platform's own and has thousands of names; the linker adds one to what is listed.
+        names = listed("libSystem") | {"dyld_stub_binder"}
+    elif library == "libc++":
+        names = listed("libc++")
+    else:
         return stub(library)
-    # Its stub is the platform's own and has thousands of names; what is used of them is listed. The linker adds one.
-    return listed("libSystem") | {"dyld_stub_binder"}
+    return names | listed(f"{library}.host") if host else names

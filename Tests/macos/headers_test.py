@@ -42,7 +42,8 @@ class Headers(unittest.TestCase):
         self.assertEqual(table(), deprecated())
 
     def test_every_deprecated_call_is_in_use(self):
-        sources = "\n".join(path.read_text() for path in bundle.SOURCE.rglob("*.mm"))
+        folders = (bundle.SOURCE, bundle.PROJECT / "Installer/Host")
+        sources = "\n".join(path.read_text() for folder in folders for path in folder.rglob("*.mm"))
         for name in deprecated():
             word = name.split(":")[0]
             setter = f"set{word[0].upper()}{word[1:]}"

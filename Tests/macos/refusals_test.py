@@ -23,7 +23,7 @@ def compiler():
     """The command that the build compiles the plug-in's operations with, for the oldest system alone, without its input
     and output."""
     for entry in json.loads((bundle.BUILD / "compile_commands.json").read_text()):
-        if entry["file"].endswith(".mm"):
+        if entry["file"].startswith(str(bundle.SOURCE)) and entry["file"].endswith(".mm"):
             command = entry["command"][entry["command"].index(" --target"):].split(" -o ")[0]
             for newer in (" -arch arm64", " -Xarch_arm64 -mmacosx-version-min=11.0"):
                 command = command.replace(newer, "")

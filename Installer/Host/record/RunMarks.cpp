@@ -1,48 +1,23 @@
 #include "RunMarks.hpp"
 
+#include "LogFiles.hpp"
+
 #include <algorithm>
 #include <cerrno>
 #include <ctime>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vant::host {
 
 namespace fs = std::filesystem;
 
-static constexpr std::int64_t nanoseconds = 1'000'000'000;
 static constexpr std::string_view expansionPrefix = "ditto: ";
-
-static std::int64_t inNanoseconds(const timespec &time) noexcept {
-    return time.tv_sec * nanoseconds + time.tv_nsec;
-}
 
 /// The size of a regular file behind a descriptor, 0 for anything else.
 static std::size_t fileSize(int log) noexcept {
     struct stat status {};
     return fstat(log, &status) == 0 && S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0;
-}
-
-/// What a file would be stamped with now: later than all that has been written, no later than all that will be. Some
-/// systems stamp with a coarse clock, some exactly where somebody has looked before, so a file is looked at and
-/// changed.
-static std::int64_t fileTime() noexcept {
-    struct stat status {};
-    const int file = memfd_create("mark", MFD_CLOEXEC);
-    fstat(file, &status);
-    fchmod(file, S_IRUSR);
-    fstat(file, &status);
-    close(file);
-    return inNanoseconds(status.st_ctim);
-}
-
-static std::int64_t coarseTime() noexcept {
-    timespec now{};
-    clock_gettime(CLOCK_REALTIME_COARSE, &now);
-    return inNanoseconds(now);
 }
 
 Mark markNow(int log) noexcept {
@@ -57,7 +32,7 @@ Mark markNow(int log) noexcept {
 std::string logText(int log) {
     std::string text(fileSize(log), '\0');
     // Through a descriptor of its own: the log's may be for writing only.
-    const int file = text.empty() ? -1 : open(("/proc/self/fd/" + std::to_string(log)).c_str(), O_RDONLY | O_CLOEXEC);
+    const int file = text.empty() ? -1 : openAgain(log);
     std::size_t taken = 0;
     while (file >= 0 && taken < text.size()) {
         const ssize_t count = read(file, text.data() + taken, text.size() - taken);
@@ -102,7 +77,7 @@ std::vector<std::vector<std::string>> messagesBetween(std::string_view log, cons
 /// When a file was last written or moved; links are not followed. The start of time for a file that has gone.
 static std::int64_t changeTime(const fs::path &file) noexcept {
     struct stat status {};
-    return lstat(file.c_str(), &status) == 0 ? inNanoseconds(status.st_ctim) : 0;
+    return lstat(file.c_str(), &status) == 0 ? changeTime(status) : 0;
 }
 
 std::vector<std::size_t> filesBetween(const std::string &folder, const std::vector<Mark> &marks) {

@@ -5,5 +5,5 @@ NSString *VantDownloadFolder(void) {
 }
 
 void VantRemoveDownloads(void) {
-    [[NSFileManager defaultManager] removeFileAtPath:VantDownloadFolder() handler:nil];
+    [[NSFileManager defaultManager] removeItemAtPath:VantDownloadFolder() error:nullptr];
 }

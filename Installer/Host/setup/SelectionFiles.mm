@@ -43,11 +43,11 @@ static void copySelection(NSString *source, NSString *base, NSString *target) {
     if (data == nil)
         return;
     id list = nil;
-    NS_DURING
-    list = [NSPropertyListSerialization propertyListWithData:data options:0 format:nullptr error:nullptr];
-    NS_HANDLER
-    NSLog(@"%@ is no property list: %@", source, [localException reason]);
-    NS_ENDHANDLER
+    @try {
+        list = [NSPropertyListSerialization propertyListWithData:data options:0 format:nullptr error:nullptr];
+    } @catch (NSException *exception) {
+        NSLog(@"%@ is no property list: %@", source, [exception reason]);
+    }
     if (![list isKindOfClass:[NSArray class]] && ![list isKindOfClass:[NSDictionary class]]) {
         [data writeToFile:target atomically:YES];
         return;
@@ -90,7 +90,7 @@ static NSString *refusal(const HostSettings &settings, NSString *working) {
 NSString *VantWriteSelectionFiles(const HostSettings &settings) {
     NSFileManager *files = [NSFileManager defaultManager];
     NSString *working = [NSTemporaryDirectory() stringByAppendingPathComponent:@"Vantrel"];
-    [files removeFileAtPath:working handler:nil];
+    [files removeItemAtPath:working error:nullptr];
     [files createDirectoryAtPath:[working stringByAppendingPathComponent:@"CD"]
         withIntermediateDirectories:YES
                          attributes:nil
@@ -100,12 +100,12 @@ NSString *VantWriteSelectionFiles(const HostSettings &settings) {
     copySelection(settings.webSelection, settings.site, [working stringByAppendingPathComponent:mediaSelectionFile]);
     writeUserSettings(settings, [working stringByAppendingPathComponent:userSettingsFile]);
     if (NSString *refused = refusal(settings, working)) {
-        [files removeFileAtPath:working handler:nil];
+        [files removeItemAtPath:working error:nullptr];
         return refused;
     }
     for (NSString *slides in @[ @"GTA", @"GTA_Default" ])
-        [files copyPath:[settings.media stringByAppendingPathComponent:slides]
-                 toPath:[working stringByAppendingPathComponent:slides]
-                handler:nil];
+        [files copyItemAtPath:[settings.media stringByAppendingPathComponent:slides]
+                       toPath:[working stringByAppendingPathComponent:slides]
+                        error:nullptr];
     return nil;
 }

@@ -26,7 +26,7 @@ static NSColor *paint(vant::host::Colour value) {
     [self addSubview:sentence];
     button = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
     [button setTitle:title];
-    [button setBezelStyle:NSRoundedBezelStyle];
+    [button setBezelStyle:NSBezelStyleRounded];
     [button setTarget:target];
     [button setAction:action];
     [button setAutoresizingMask:NSViewMinXMargin];

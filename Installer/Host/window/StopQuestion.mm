@@ -3,6 +3,8 @@
 #import "HostText.h"
 #import "Sentence.h"
 
+#include <algorithm>
+
 static const CGFloat width = 460;
 static const CGFloat margin = 20;
 static const CGFloat gap = 10;
@@ -31,7 +33,7 @@ static NSTextField *fitted(NSString *text, NSFont *font) {
     const CGFloat textBottom = margin + buttonHeight + margin;
     const CGFloat height = textBottom + NSHeight([told frame]) + gap + NSHeight([asked frame]) + margin;
     self = [super initWithContentRect:NSMakeRect(0, 0, width, height)
-                            styleMask:NSTitledWindowMask
+                            styleMask:NSWindowStyleMaskTitled
                               backing:NSBackingStoreBuffered
                                 defer:NO];
     if (self == nil)
@@ -60,11 +62,11 @@ static NSTextField *fitted(NSString *text, NSFont *font) {
 - (NSButton *)buttonFor:(NSString *)key answer:(NSInteger)answer right:(CGFloat)right {
     NSButton *button = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
     [button setTitle:VantNoticeText(key)];
-    [button setBezelStyle:NSRoundedBezelStyle];
+    [button setBezelStyle:NSBezelStyleRounded];
     [button setTag:answer];
     [button setTarget:self];
     [button setAction:@selector(answered:)];
-    const CGFloat buttonWidth = MAX(112, [[button cell] cellSize].width + 2 * gap);
+    const CGFloat buttonWidth = std::max(112.0, [[button cell] cellSize].width + 2 * gap);
     [button setFrame:NSMakeRect(right - buttonWidth, margin, buttonWidth, buttonHeight)];
     [[self contentView] addSubview:button];
     return button;

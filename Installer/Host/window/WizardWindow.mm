@@ -38,8 +38,8 @@ static const NSSize buttonSize = {112, 28};
 - (void)makeWindow {
     const NSRect frame = NSMakeRect(0, 0, pageSize.width, headerHeight + pageSize.height + footerHeight);
     window = [[NSWindow alloc] initWithContentRect:frame
-                                         styleMask:NSTitledWindowMask | NSClosableWindowMask |
-                                                   NSMiniaturizableWindowMask | NSResizableWindowMask
+                                         styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                                                   NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskResizable
                                            backing:NSBackingStoreBuffered
                                              defer:NO];
     [window setReleasedWhenClosed:NO];
@@ -89,7 +89,7 @@ static const NSSize buttonSize = {112, 28};
             NSMakeRect(lefts[i], (footerHeight - buttonSize.height) / 2, buttonSize.width, buttonSize.height);
         NSButton *button = [[[NSButton alloc] initWithFrame:frame] autorelease];
         [button setTitle:VantHostText(titles[i])];
-        [button setBezelStyle:NSRoundedBezelStyle];
+        [button setBezelStyle:NSBezelStyleRounded];
         [button setTag:i + 1];
         [button setTarget:self];
         [button setAction:@selector(buttonPressed:)];

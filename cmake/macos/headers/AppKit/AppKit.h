@@ -1,7 +1,7 @@
 #pragma once
 
-/// AppKit, as far as the plug-in uses it: a call that is not declared in these headers does not compile. They are
-/// written from the platform's public documentation; cmake/macos/README.md says how to add to them.
+/// AppKit, as far as the plug-in and the host use it: a call that is not declared in these headers does not compile.
+/// They are written from the platform's public documentation; cmake/macos/README.md says how to add to them.
 
 #import <AppKit/Application.h>
 #import <AppKit/Cells.h>

@@ -29,6 +29,7 @@ PLATFORM_EXPORT NSRunLoopMode const NSEventTrackingRunLoopMode;
 @interface NSEvent : NSObject <NSCopying, NSCoding>
 @property (readonly) NSEventType type;
 @property (readonly) NSPoint locationInWindow;
+@property (nullable, readonly, copy) NSString *characters;
 @end
 
 @protocol NSApplicationDelegate <NSObject>
@@ -36,12 +37,24 @@ PLATFORM_EXPORT NSRunLoopMode const NSEventTrackingRunLoopMode;
 - (void)applicationDidFinishLaunching:(NSNotification *)notification;
 @end
 
+typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
+    NSApplicationActivationPolicyRegular = 0,
+    NSApplicationActivationPolicyAccessory = 1,
+    NSApplicationActivationPolicyProhibited = 2,
+};
+
+typedef NSInteger NSModalResponse;
+
 @interface NSApplication : NSResponder
 @property (class, readonly, strong) __kindof NSApplication *sharedApplication;
 @property (nullable, weak) id<NSApplicationDelegate> delegate;
 - (void)run;
 - (void)stop:(nullable id)sender;
 - (void)terminate:(nullable id)sender;
+- (NSModalResponse)runModalForWindow:(NSWindow *)window;
+- (void)stopModalWithCode:(NSModalResponse)answer;
+- (void)abortModal;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy API_AVAILABLE(macos(10.6));
 - (nullable NSEvent *)nextEventMatchingMask:(NSEventMask)mask
                                   untilDate:(nullable NSDate *)limit
                                      inMode:(NSRunLoopMode)mode

@@ -34,6 +34,7 @@ static const NSControlStateValue NSControlStateValueOn = 1;
 @property (getter=isBordered) BOOL bordered;
 @property (getter=isSelectable) BOOL selectable;
 @property (getter=isEditable) BOOL editable;
+@property BOOL wraps;
 @property NSLineBreakMode lineBreakMode API_AVAILABLE(macos(10.5));
 @property (readonly) NSSize cellSize;
 - (NSRect)titleRectForBounds:(NSRect)bounds;

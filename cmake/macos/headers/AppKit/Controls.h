@@ -29,12 +29,18 @@ NS_ASSUME_NONNULL_BEGIN
 @property BOOL drawsBackground;
 @end
 
+typedef NS_ENUM(NSUInteger, NSBezelStyle) {
+    NSBezelStyleRounded = 1,
+};
+
 @interface NSButton : NSControl
 @property (copy) NSString *title;
 @property (copy) NSAttributedString *attributedTitle;
 @property (nullable, strong) NSImage *image;
 @property NSControlStateValue state;
 @property (getter=isBordered) BOOL bordered;
+@property NSBezelStyle bezelStyle;
+@property (copy) NSString *keyEquivalent;
 @end
 
 @interface NSImageView : NSControl

@@ -13,6 +13,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (class, readonly, strong) NSColor *whiteColor;
 @property (class, readonly, strong) NSColor *controlTextColor;
 @property (class, readonly, strong) NSColor *linkColor API_AVAILABLE(macos(10.10));
+- (void)set;
 @end
 
 @interface NSFont : NSObject <NSCopying>
@@ -56,6 +57,8 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)set;
 @end
 
+PLATFORM_EXPORT void NSRectFill(NSRect rect);
+
 PLATFORM_EXPORT NSAttributedStringKey const NSFontAttributeName;
 PLATFORM_EXPORT NSAttributedStringKey const NSForegroundColorAttributeName;
 PLATFORM_EXPORT NSAttributedStringKey const NSUnderlineStyleAttributeName;
@@ -75,5 +78,15 @@ typedef NS_ENUM(NSUInteger, NSLineBreakMode) {
     NSLineBreakByTruncatingTail,
     NSLineBreakByTruncatingMiddle,
 };
+
+typedef NS_OPTIONS(NSInteger, NSStringDrawingOptions) {
+    NSStringDrawingUsesLineFragmentOrigin = 1 << 0,
+};
+
+@interface NSAttributedString (Drawing)
+- (NSRect)boundingRectWithSize:(NSSize)size
+                       options:(NSStringDrawingOptions)options
+    API_DEPRECATED("Use -boundingRectWithSize:options:context: instead", macos(10.0, 27.0));
+@end
 
 NS_ASSUME_NONNULL_END

@@ -10,10 +10,12 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSResponder : NSObject <NSCoding>
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 @property (nullable, assign) NSResponder *nextResponder;
+@property (readonly) BOOL acceptsFirstResponder;
 - (void)mouseDown:(NSEvent *)event;
 - (void)mouseUp:(NSEvent *)event;
 - (void)mouseEntered:(NSEvent *)event;
 - (void)mouseExited:(NSEvent *)event;
+- (void)keyDown:(NSEvent *)event;
 - (void)cursorUpdate:(NSEvent *)event API_AVAILABLE(macos(10.5));
 @end
 
@@ -60,6 +62,8 @@ API_AVAILABLE(macos(10.5))
 @property (nullable, readonly, assign) NSView *superview;
 @property (copy) NSArray<__kindof NSView *> *subviews;
 @property (nullable, readonly, strong) NSScrollView *enclosingScrollView;
+@property (nullable, assign) NSView *nextKeyView;
+@property (nullable, readonly, assign) NSView *nextValidKeyView;
 @property NSInteger tag;
 @property (getter=isHidden) BOOL hidden API_AVAILABLE(macos(10.3));
 @property BOOL needsDisplay;
@@ -139,9 +143,25 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
 - (BOOL)makeFirstResponder:(nullable NSResponder *)responder;
 - (void)center;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
+- (void)orderOut:(nullable id)sender;
+- (void)performClose:(nullable id)sender;
 @end
 
+@interface NSPanel : NSWindow
+@end
+
+typedef NS_ENUM(NSUInteger, NSBoxType) {
+    NSBoxPrimary = 0,
+    NSBoxSeparator = 2,
+};
+
+typedef NS_ENUM(NSUInteger, NSTitlePosition) {
+    NSNoTitle = 0,
+};
+
 @interface NSBox : NSView
+@property NSBoxType boxType;
+@property NSTitlePosition titlePosition;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -18,7 +18,13 @@ NS_ASSUME_NONNULL_BEGIN
 + (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nullable])objects count:(NSUInteger)count;
 + (instancetype)arrayWithObjects:(ObjectType)first, ... NS_REQUIRES_NIL_TERMINATION;
 + (instancetype)arrayWithArray:(NSArray<ObjectType> *)array;
-+ (nullable NSArray<ObjectType> *)arrayWithContentsOfFile:(NSString *)path;
+@end
+
+@interface NSArray <ObjectType>(Files)
++ (nullable NSArray<ObjectType> *)arrayWithContentsOfFile:(NSString *)path
+    API_DEPRECATED("Use +arrayWithContentsOfURL:error: instead", macos(10.0, 27.2));
+- (BOOL)writeToFile:(NSString *)path
+         atomically:(BOOL)atomically API_DEPRECATED("Use -writeToURL:error: instead", macos(10.0, 27.0));
 @end
 
 @interface NSArray <ObjectType>(Looking)
@@ -29,7 +35,6 @@ NS_ASSUME_NONNULL_BEGIN
 - (NSUInteger)indexOfObjectIdenticalTo:(ObjectType)object;
 - (NSString *)componentsJoinedByString:(NSString *)separator;
 - (NSArray<ObjectType> *)subarrayWithRange:(NSRange)range;
-- (BOOL)writeToFile:(NSString *)path atomically:(BOOL)atomically;
 - (NSArray<ObjectType> *)arrayByAddingObject:(ObjectType)object;
 - (NSArray<ObjectType> *)sortedArrayUsingSelector:(SEL)comparison;
 - (void)makeObjectsPerformSelector:(SEL)operation;
@@ -65,9 +70,13 @@ NS_ASSUME_NONNULL_BEGIN
                               forKeys:(const KeyType<NSCopying> _Nonnull[_Nullable])keys
                                 count:(NSUInteger)count;
 + (instancetype)dictionaryWithDictionary:(NSDictionary<KeyType, ObjectType> *)dictionary;
-- (BOOL)writeToFile:(NSString *)path atomically:(BOOL)atomically;
 @property (readonly, copy) NSArray<KeyType> *allKeys;
 @property (readonly, copy) NSArray<ObjectType> *allValues;
+@end
+
+@interface NSDictionary <KeyType, ObjectType>(Files)
+- (BOOL)writeToFile:(NSString *)path
+         atomically:(BOOL)atomically API_DEPRECATED("Use -writeToURL:error: instead", macos(10.0, 27.0));
 @end
 
 @interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary <KeyType, ObjectType>

@@ -58,6 +58,7 @@ PLATFORM_EXPORT NSFileAttributeKey const NSFilePosixPermissions;
 @property (readonly, copy) NSString *bundlePath;
 @property (nullable, readonly, copy) NSString *resourcePath;
 @property (nullable, readonly, copy) NSString *builtInPlugInsPath;
+@property (nullable, readonly, copy) NSDictionary<NSString *, id> *infoDictionary;
 @property (nullable, readonly) Class principalClass;
 - (BOOL)load;
 - (nullable NSString *)pathForResource:(nullable NSString *)name ofType:(nullable NSString *)extension;
@@ -89,11 +90,16 @@ API_AVAILABLE(macos(10.2))
                             options:(NSPropertyListReadOptions)options
                              format:(nullable NSPropertyListFormat *)format
                               error:(NSError **)error API_AVAILABLE(macos(10.6));
++ (nullable NSData *)dataWithPropertyList:(id)list
+                                   format:(NSPropertyListFormat)format
+                                  options:(NSUInteger)options
+                                    error:(NSError **)error API_AVAILABLE(macos(10.6));
 @end
 
 @interface NSUserDefaults : NSObject
 @property (class, readonly, strong) NSUserDefaults *standardUserDefaults;
 - (nullable id)objectForKey:(NSString *)key;
+- (BOOL)boolForKey:(NSString *)key;
 - (nullable NSString *)stringForKey:(NSString *)key;
 - (void)setObject:(nullable id)value forKey:(NSString *)key;
 - (void)registerDefaults:(NSDictionary<NSString *, id> *)defaults;

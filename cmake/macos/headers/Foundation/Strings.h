@@ -64,6 +64,7 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
 @interface NSString (Deriving)
 - (NSString *)stringByAppendingString:(NSString *)string;
 - (NSString *)stringByAppendingFormat:(NSString *)format, ... NS_FORMAT_FUNCTION(1, 2);
+- (NSString *)stringByTrimmingCharactersInSet:(NSCharacterSet *)set;
 - (NSString *)substringFromIndex:(NSUInteger)from;
 - (NSString *)substringToIndex:(NSUInteger)to;
 - (NSString *)substringWithRange:(NSRange)range;
@@ -109,6 +110,7 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
 @end
 
 @interface NSString (Paths)
+@property (readonly, getter=isAbsolutePath) BOOL absolutePath;
 @property (readonly, copy) NSString *lastPathComponent;
 @property (readonly, copy) NSString *pathExtension;
 @property (readonly, copy) NSString *stringByDeletingLastPathComponent;
@@ -118,6 +120,10 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
 @property (readonly) const char *fileSystemRepresentation;
 - (NSString *)stringByAppendingPathComponent:(NSString *)component;
 - (nullable NSString *)stringByAppendingPathExtension:(NSString *)extension;
+@end
+
+@interface NSCharacterSet : NSObject <NSCopying, NSMutableCopying>
+@property (class, readonly, copy) NSCharacterSet *whitespaceCharacterSet;
 @end
 
 @interface NSMutableString : NSString
