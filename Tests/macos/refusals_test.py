@@ -62,7 +62,7 @@ class WrongChange(unittest.TestCase):
 
     def test_a_download_past_the_one_file_that_has_the_platforms_class(self):
         download = "NSURLDownload *download = nil; [download cancel];"
-        self.refused(download, "undeclared identifier 'NSURLDownload'")
+        self.refused(download, "unknown type name 'NSURLDownload'")
         self.assertEqual(self.complaints(download, "#import <Foundation/NSURLDownload.h>\n"), "")
 
     def test_an_argument_of_another_class(self):
