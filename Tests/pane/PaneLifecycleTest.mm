@@ -137,8 +137,8 @@ TEST_F(PaneLifecycle, CreationFillsTheStateRecord) {
         EXPECT_FALSE(field<BOOL>(pane, name)) << name;
     EXPECT_EQ(field<int>(pane, "mSmartUpdate"), 0);
     EXPECT_EQ(field<int>(pane, "mWebError"), 0);
-    EXPECT_EQ([field<NSDictionary *>(pane, "mInstalledPackageDict") count], 0U);
-    EXPECT_EQ([field<NSArray *>(pane, "mInstallCompArrayForSmartUpdate") count], 0U);
+    EXPECT_TRUE([field<id>(pane, "mInstalledPackageDict") isEqual:@{}]);
+    EXPECT_TRUE([field<id>(pane, "mInstallCompArrayForSmartUpdate") isEqual:@[]]);
 }
 
 TEST_F(PaneLifecycle, CreationPreparesTheBars) {

@@ -51,6 +51,27 @@ TEST_F(StatusLine, SettersMoveTheBarAndTheText) {
     EXPECT_EQ(statusText(), "Working...");
 }
 
+TEST_F(StatusLine, TheWaitingLookSettlesADownloadBarOfAnyKindAndHidesIt) {
+    // Hosts bring nibs of their own, whose bars need not be those of ours.
+    [downloadBar setStyle:NSProgressIndicatorSpinningStyle];
+    [downloadBar setControlSize:NSSmallControlSize];
+    [downloadBar setIndeterminate:YES];
+    [downloadBar setMinValue:5];
+    [downloadBar setMaxValue:50];
+    [bar setHidden:NO];
+    [dummyBar setHidden:YES];
+    [pane showWaitingLook];
+    EXPECT_EQ([downloadBar style], NSProgressIndicatorBarStyle);
+    EXPECT_EQ([downloadBar controlSize], NSRegularControlSize);
+    EXPECT_FALSE([downloadBar isIndeterminate]);
+    EXPECT_EQ([downloadBar minValue], 0.0);
+    EXPECT_EQ([downloadBar maxValue], 100.0);
+    EXPECT_TRUE([[downloadBar calls] isEqual:@[ @"start" ]]) << text([downloadBar calls]);
+    EXPECT_TRUE([downloadBar isHidden]);
+    EXPECT_TRUE([bar isHidden]);
+    EXPECT_FALSE([dummyBar isHidden]);
+}
+
 TEST_F(StatusLine, TheInstallingLookShowsASliverInTheInstallationBar) {
     [bar setHidden:YES];
     [bar setIndeterminate:YES];

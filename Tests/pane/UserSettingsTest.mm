@@ -80,6 +80,13 @@ TEST_F(UserSettings, AreReadAfreshOnEveryCallIntoADictionaryOfTheCallersOwn) {
     EXPECT_EQ(text([[pane loadUserSettingsFile] objectForKey:@"Smart Update"]), "2");
 }
 
+TEST_F(UserSettings, AreReadFromTheKeptPathWhateverTheTemporaryFolderHolds) {
+    writeSettings(@{@"Smart Update" : @"0"});
+    field<NSString *>(pane, "mUserOptionsFilePath5") = [ns(jail() / "kept.plist") retain];
+    writeFile(jail() / "kept.plist", "{ \"Smart Update\" = 1; }");
+    EXPECT_EQ(switches(), "100");
+}
+
 TEST_F(UserSettings, MayBeXMLBinaryOrOldStyle) {
     NSDictionary *settings = @{@"Smart Update" : @"1"};
     for (const NSPropertyListFormat format : {NSPropertyListXMLFormat_v1_0, NSPropertyListBinaryFormat_v1_0}) {
