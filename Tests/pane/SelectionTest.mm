@@ -3,6 +3,7 @@
 #import "selection/VantInstallation+InstallOrder.h"
 #import "selection/VantInstallation+SelectedSoftware.h"
 
+#include "Jail.hpp"
 #include <ctime>
 
 using namespace vant::test;
@@ -49,6 +50,12 @@ TEST_F(SelectedSoftwareList, HoldsMediaKindsFirstAndEachOnce) {
     field<id>(pane, "selectedarrXML1") = [@[ entry(@"Scan Driver", @"/a"), entry(@"Scan Driver", @"/b") ] retain];
     field<id>(pane, "selectedarrXML") = [@[ entry(@"Scan Driver", @"/c"), entry(@"Print Driver", @"/d") ] retain];
     EXPECT_EQ(kinds(), "Scan Driver|Print Driver");
+}
+
+TEST_F(SelectedSoftwareList, HoldsMediaKindsBeforeThoseThatTheWebAloneNames) {
+    field<id>(pane, "selectedarrXML1") = [@[ entry(@"Statora", @"/a"), entry(@"Docuvane", @"/b") ] retain];
+    field<id>(pane, "selectedarrXML") = [@[ entry(@"Print Driver", @"/c"), entry(@"Docuvane", @"/d") ] retain];
+    EXPECT_EQ(kinds(), "Statora|Docuvane|Print Driver");
 }
 
 TEST_F(SelectedSoftwareList, IsTheSameListHoweverOftenItIsFetched) {
@@ -101,8 +108,7 @@ TEST_F(SelectedSoftwareList, SkipsEntriesOfTheWrongShape) {
 TEST_F(SelectedSoftwareList, IsTracedBeforeItIsGivenToTheHost) {
     field<id>(pane, "selectedarrXML1") = [@[ entry(@"Statora", @"/a") ] retain];
     (void)[pane model];
-    NSString *trace = [NSString stringWithContentsOfFile:ns(traceLog()) encoding:NSUTF8StringEncoding error:nullptr];
-    EXPECT_NE([trace rangeOfString:@"model:[(Statora)]"].location, static_cast<NSUInteger>(NSNotFound)) << text(trace);
+    EXPECT_NE(contentsOf(traceLog()).find("model:[(Statora)]"), std::string::npos);
 }
 
 class InstallOrder : public PaneTest {
