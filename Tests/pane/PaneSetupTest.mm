@@ -1,5 +1,6 @@
 #import "PaneTest.h"
 
+#import "slides/VantInstallation+SlideContent.h"
 #import "ui/VantInstallation+PaneSetup.h"
 
 #include "Jail.hpp"
@@ -42,6 +43,7 @@ TEST_F(PaneSetup, AWebSelectionStartsTheWebView) {
     EXPECT_EQ(count(pane, "objects"), 2U);
     EXPECT_EQ(count(pane, "objects1"), 0U);
     EXPECT_EQ(count(pane, "mInstallCompArrayForCDUpdate"), 0U);
+    EXPECT_TRUE([field<id>(pane, "selectedarrXML1") isEqual:@[]]) << "the media selection is read when it is needed";
     EXPECT_EQ(statusLine(), "Connecting...");
 }
 
@@ -173,11 +175,24 @@ TEST_F(PaneSetup, TheSlideTimerRepeatsEveryFifteenSeconds) {
     EXPECT_TRUE([timer isValid]);
 }
 
-TEST_F(PaneSetup, TheFirstSlideIsUpAndBackIsOff) {
-    createPane();
+TEST_F(PaneSetup, TheFirstSlideIsUpAndBackIsOffWhateverTheNibSays) {
+    createIdlePane();
+    auto *back = field<NSButton *>(pane, "backButton");
+    [back setEnabled:YES];
+    [back setImage:nil];
+    [pane setUpPane];
     EXPECT_NE([field<NSImageView *>(pane, "imageView") image], nil);
-    EXPECT_FALSE([field<NSButton *>(pane, "backButton") isEnabled]);
-    EXPECT_NE([field<NSButton *>(pane, "backButton") image], nil);
+    EXPECT_FALSE([back isEnabled]);
+    ASSERT_NE([back image], nil);
+    EXPECT_EQ([back image], [pane resourceImageNamed:@"Back_Disable.png"]);
+}
+
+TEST_F(PaneSetup, TheFirstSlidesPictureComesFromItsFileBeforeTheBuiltInOne) {
+    const fs::path folder = temporary("Vantrel/GTA_Default/Language Setting");
+    fs::create_directories(folder);
+    fs::copy_file(fs::path(VANT_TEST_BUNDLE) / "Resources" / "Next_Normal.png", folder / "image.png");
+    createPane();
+    EXPECT_EQ([[field<NSImageView *>(pane, "imageView") image] size].width, 28);
 }
 
 TEST_F(PaneSetup, TheVendorsNameStandsInEveryMarkedPlaceOfTheTitle) {
