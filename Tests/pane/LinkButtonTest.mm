@@ -3,6 +3,20 @@
 
 using namespace vant::test;
 
+static int inherited = 0;
+
+static void countInherited(id, SEL, id) {
+    ++inherited;
+}
+
+static NSColor *colourOfInheritedPress = nil;
+
+static void noteInheritedPress(id button, SEL, NSEvent *) {
+    colourOfInheritedPress = [[button attributedTitle] attribute:NSForegroundColorAttributeName
+                                                         atIndex:0
+                                                  effectiveRange:nullptr];
+}
+
 class LinkButton : public PaneTest {
 protected:
     LinkButton() {
@@ -59,11 +73,23 @@ TEST_F(LinkButton, TracksItsFrameAsIfItWereItsBoundsUntilTheFirstUpdate) {
 }
 
 TEST_F(LinkButton, AnUpdateReplacesTheAreaByOneOverTheNewBounds) {
+    NSTrackingArea *before = [area() retain];
     [button setFrameSize:NSMakeSize(55, 12)];
     [button updateTrackingAreas];
     EXPECT_TRUE(NSEqualRects([area() rect], NSMakeRect(0, 0, 55, 12)));
     EXPECT_EQ([[button trackingAreas] count], 1U);
     EXPECT_EQ([[button trackingAreas] lastObject], area());
+    EXPECT_NE(area(), before);
+    EXPECT_EQ([before retainCount], 1U) << "the area before is given up";
+}
+
+TEST_F(LinkButton, TheInheritedHandlingIsLeftOut) {
+    // It would set a cursor of its own, and update areas that the button keeps itself.
+    for (SEL operation : { @selector(updateTrackingAreas), @selector(cursorUpdate:) })
+        class_replaceMethod([NSButton class], operation, reinterpret_cast<IMP>(countInherited), "v@:@");
+    [button updateTrackingAreas];
+    [button cursorUpdate:nil];
+    EXPECT_EQ(inherited, 0);
 }
 
 TEST_F(LinkButton, TheCursorBecomesAPointingHand) {
@@ -94,4 +120,13 @@ TEST_F(LinkButton, APressTurnsTheTitleBlueWhileThePointerIsStillInside) {
     [NSApp postEvent:mouse(NSLeftMouseUp) atStart:NO];
     [button mouseDown:mouse(NSLeftMouseDown)];
     EXPECT_TRUE([colourAt(0) isEqual:[NSColor blueColor]]);
+}
+
+TEST_F(LinkButton, APressTurnsTheTitleBlueBeforeTheInheritedHandling) {
+    // The inherited handling sends the action, and returns only when that has been done.
+    class_replaceMethod([NSButton class], @selector(mouseDown:), reinterpret_cast<IMP>(noteInheritedPress), "v@:@");
+    [button mouseEntered:nil];
+    [button mouseDown:nil];
+    ASSERT_NE(colourOfInheritedPress, nil);
+    EXPECT_TRUE([colourOfInheritedPress isEqual:[NSColor blueColor]]);
 }

@@ -11,11 +11,30 @@ using namespace vant::test;
 }
 @end
 
+/// Indicators that have been destroyed.
+static int gone = 0;
+
 @implementation CountingIndicator
 - (void)sizeToFit {
     ++sized;
 }
+- (void)dealloc {
+    ++gone;
+    [super dealloc];
+}
 @end
+
+namespace {
+
+/// Where the inherited drawing was asked to draw, and where the indicator lay by then.
+std::vector<std::pair<NSRect, NSRect>> drawings;
+NSView *watched;
+
+void noteDrawing(id, SEL, NSRect frame, NSView *) {
+    drawings.emplace_back(frame, [watched frame]);
+}
+
+} // namespace
 
 class ProgressCell : public PaneTest {
 protected:
@@ -66,6 +85,23 @@ TEST_F(ProgressCell, DrawingAgainElsewhereMovesTheIndicator) {
     EXPECT_TRUE(NSEqualRects([indicator frame], NSMakeRect(10, -16, 60, 18)));
 }
 
+TEST_F(ProgressCell, TheTextIsDrawnInTheWholeCellBeforeTheIndicatorIsLaidOverIt) {
+    // The mark of an ended row is the cell's text.
+    class_replaceMethod([NSTextFieldCell class], @selector(drawInteriorWithFrame:inView:),
+                        reinterpret_cast<IMP>(noteDrawing), "v@:{CGRect={CGPoint=dd}{CGSize=dd}}@");
+    watched = indicator;
+    for (NSString *name in @[ @"BDContinuousProgressCell", @"BDDiscreteProgressCell" ]) {
+        [indicator setFrame:NSMakeRect(0, 0, 1, 1)];
+        drawings.clear();
+        id cell = makeCell(name);
+        [cell performSelector:@selector(setProgress:) withObject:indicator];
+        draw(cell, cellFrame);
+        ASSERT_EQ(drawings.size(), 1U) << text(name);
+        EXPECT_TRUE(NSEqualRects(drawings[0].first, cellFrame)) << text(name);
+        EXPECT_TRUE(NSEqualRects(drawings[0].second, NSMakeRect(0, 0, 1, 1))) << text(name);
+    }
+}
+
 TEST_F(ProgressCell, TheIndicatorIsSizedWhenItIsSetAndAtEachDrawing) {
     for (NSString *name in @[ @"BDContinuousProgressCell", @"BDDiscreteProgressCell" ]) {
         id cell = makeCell(name);
@@ -111,11 +147,27 @@ TEST_F(ProgressCell, TheIndicatorIsSharedAndGivenUpForAnother) {
 }
 
 TEST_F(ProgressCell, SettingTheOnlyReferenceAgainKeepsItAlive) {
-    id cell = makeCell(@"BDDiscreteProgressCell");
-    [cell performSelector:@selector(setProgress:) withObject:indicator];
-    [indicator release];
-    [cell performSelector:@selector(setProgress:) withObject:indicator];
-    EXPECT_EQ([indicator retainCount], 1U);
+    for (NSString *name in @[ @"BDContinuousProgressCell", @"BDDiscreteProgressCell" ]) {
+        auto *only = [[CountingIndicator alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)];
+        id cell = makeCell(name);
+        [cell performSelector:@selector(setProgress:) withObject:only];
+        [only release];
+        gone = 0;
+        [cell performSelector:@selector(setProgress:) withObject:only];
+        ASSERT_EQ(gone, 0) << text(name);
+        EXPECT_EQ([only retainCount], 1U) << text(name);
+    }
+}
+
+TEST_F(ProgressCell, ACellThatGoesLeavesItsIndicatorAlone) {
+    // Tables copy cells, and a copy shares the indicator without owning it.
+    for (NSString *name in @[ @"BDContinuousProgressCell", @"BDDiscreteProgressCell" ]) {
+        id cell = makeCell(name);
+        [cell performSelector:@selector(setProgress:) withObject:indicator];
+        const NSUInteger held = [indicator retainCount];
+        [cell release];
+        EXPECT_EQ([indicator retainCount], held) << text(name);
+    }
 }
 
 TEST_F(ProgressCell, ACopySharesTheIndicator) {

@@ -1,5 +1,7 @@
 #import "PaneTest.h"
 
+#import "download/VantInstallation+WebDriver.h"
+#import "selection/VantInstallation+MediaList.h"
 #import "ui/VantInstallation+AdministratorRights.h"
 #import "ui/VantInstallation+Views.h"
 
@@ -109,6 +111,30 @@ TEST_F(Views, ARowThatIsNotTickedIsPassedOver) {
     startWebView(threeDownloads);
     EXPECT_EQ(locations(), "http://127.0.0.1:9/a.zip|http://127.0.0.1:9/c.zip");
     EXPECT_EQ(field<int>(pane, "selectedcomponentCount"), 2);
+}
+
+TEST_F(Views, ARowInAnyOtherStateIsPassedOverToo) {
+    createIdlePane();
+    field<id>(pane, "selectedarrXML") = [threeDownloads retain];
+    for (const char *name : {"objects", "myDownloadinfoArray"})
+        field<id>(pane, name) = [[NSMutableArray alloc] init];
+    // The state is a byte, and that of a check box, which knows a third one: neither on nor off.
+    for (const unsigned char state : std::vector<unsigned char>{1, 2, 0}) {
+        [pane addRow:nil];
+        field<unsigned char>([field<NSArray *>(pane, "objects") lastObject], "checkBTStatus") = state;
+    }
+    [pane startSelectedDownloads];
+    EXPECT_EQ(locations(), "http://127.0.0.1:9/a.zip");
+}
+
+TEST_F(Views, ARowBeyondTheSelectionHasNoValues) {
+    createIdlePane();
+    field<id>(pane, "objects1") = [[NSMutableArray alloc] init];
+    field<id>(pane, "selectedarrXML1") = [@[ entry(@"Pressdeck", @"/p.pkg") ] retain];
+    [pane addRow1:nil];
+    [pane addRow1:nil];
+    [pane listMediaSelection];
+    EXPECT_EQ(mediaRecords(), "Pressdeck@/p.pkg|(null)@(null)");
 }
 
 TEST_F(Views, TheWebViewMakesItsBookkeepingAnewAndLeavesTheMediaViewsAlone) {
@@ -230,6 +256,19 @@ TEST_F(Views, RefusedRightsMakeThePaneInvalid) {
     EXPECT_EQ([observer countOf:@"setIsButton3Hidden:YES"], 0U);
 }
 
+TEST_F(Views, RefusedRightsLeaveTheBookkeepingEmpty) {
+    refuseRights();
+    createIdlePane();
+    for (const char *list : {"unzipcountArr", "downloadcompletedcountArr", "installedcountArr", "installedcountArr1",
+                             "myDownloadinfoArray", "objIndexArray", "scancounts"})
+        field<id>(pane, list) = [[NSMutableArray alloc] initWithObjects:@"of an earlier view", nil];
+    [pane showNormalView];
+    [pane showNormalViewforCDInstallation];
+    for (const char *list : {"unzipcountArr", "downloadcompletedcountArr", "installedcountArr", "installedcountArr1",
+                             "myDownloadinfoArray", "objIndexArray", "scancounts"})
+        EXPECT_TRUE([field<id>(pane, list) isEqual:@[]]) << list;
+}
+
 TEST_F(Views, RefusedRightsStartNoDownload) {
     refuseRights();
     [log watch:@"webDownloadStartNotification"];
@@ -308,7 +347,10 @@ TEST_F(Views, RemovingAMediaRowNeedsASelectedOne) {
     EXPECT_EQ([field<NSArray *>(pane, "objects1") count], 2U);
     [table selectRowIndexes:[NSIndexSet indexSetWithIndex:0] byExtendingSelection:NO];
     ASSERT_EQ([table selectedRow], 0);
+    method_setImplementation(class_getInstanceMethod([NSTableView class], @selector(reloadData)),
+                             reinterpret_cast<IMP>(countReload));
     [pane removeRow1:nil];
+    EXPECT_EQ(reloads, 1) << "the table shows a row that has gone";
     EXPECT_EQ([field<NSArray *>(pane, "objects1") count], 1U);
     EXPECT_EQ([field<NSArray *>(pane, "objects1") lastObject], second);
 }
