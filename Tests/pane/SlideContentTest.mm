@@ -67,6 +67,25 @@ TEST_F(SlideContent, AFileWithoutTheTagIsShownWhole) {
     EXPECT_EQ(text([pane getGTADescString:nil]), "plain");
 }
 
+TEST_F(SlideContent, WhatCannotBeReadAsTextFallsBack) {
+    createIdlePane();
+    fs::create_directories(temporary("Vantrel/GTA/EN/string.xml"));
+    writeSlideFile("GTA_Default/EN/string.xml", "<TITLE>Fallen back</TITLE><MESSAGE>Text</MESSAGE>");
+    EXPECT_EQ([pane getGTATitlestring:nil], nil) << "an empty text would be shown";
+    EXPECT_EQ([pane getGTADescString:nil], nil);
+    EXPECT_EQ(text([pane firstSlideTitle]), "Fallen back");
+    EXPECT_EQ(text([pane firstSlideDescription]), "Text");
+}
+
+TEST_F(SlideContent, TheMainSetsPictureComesBeforeTheFallBack) {
+    createIdlePane();
+    writeSlideFile("GTA/EN/image.png", "main");
+    writePicture("GTA_Default/EN/image.png");
+    EXPECT_EQ(text([pane firstSlideImagePath]), temporary("Vantrel/GTA/EN/image.png"));
+    fs::remove(temporary("Vantrel/GTA/EN/image.png"));
+    EXPECT_EQ(text([pane firstSlideImagePath]), temporary("Vantrel/GTA_Default/EN/image.png"));
+}
+
 TEST_F(SlideContent, AByteOrderMarkSelectsUnicode) {
     createIdlePane();
     writeSlideFile("GTA/EN/string.xml", "\xEF\xBB\xBF<TITLE>정품 토너 é</TITLE>");

@@ -23,6 +23,30 @@ using namespace vant::test;
 }
 @end
 
+static std::vector<std::string> steps;
+
+/// A button that writes down, by its tag, what it is told.
+@interface OrderedButton : NSButton
+@end
+
+@implementation OrderedButton
+- (void)setEnabled:(BOOL)enabled {
+    steps.push_back(std::to_string([self tag]) + (enabled ? " YES" : " NO"));
+    [super setEnabled:enabled];
+}
+- (void)setImage:(NSImage *)image {
+    steps.push_back(std::to_string([self tag]) + " image");
+    [super setImage:image];
+}
+@end
+
+static int lookUps = 0;
+
+static NSString *countLookUp(id, SEL, id) {
+    ++lookUps;
+    return nil;
+}
+
 class SlideRotation : public PaneTest {
 protected:
     SlideRotation() {
@@ -88,6 +112,27 @@ TEST_F(SlideRotation, TicksAlternateThePagesAndKeepTheTimer) {
         expectFirstPage();
     }
     EXPECT_TRUE([timer() isValid]);
+}
+
+TEST_F(SlideRotation, TheFirstPagesContentIsLookedUpOnEveryChange) {
+    // Its files may arrive while the second page is up.
+    method_setImplementation(class_getInstanceMethod(paneClass(), @selector(getGTATitlestring:)),
+                             reinterpret_cast<IMP>(countLookUp));
+    send(2);
+    EXPECT_EQ(lookUps, 2) << "main and fall-back set";
+    send(2);
+    EXPECT_EQ(lookUps, 4) << "beyond the last page as well";
+}
+
+TEST_F(SlideRotation, AButtonIsEnabledBeforeItsImageChanges) {
+    // A button draws itself at either; the new picture in the old state would flash.
+    object_setClass(next(), [OrderedButton class]);
+    object_setClass(back(), [OrderedButton class]);
+    send(2);
+    EXPECT_EQ(steps, (std::vector<std::string>{"2 NO", "2 image", "1 YES", "1 image"}));
+    steps.clear();
+    send(1);
+    EXPECT_EQ(steps, (std::vector<std::string>{"1 NO", "1 image", "2 YES", "2 image"}));
 }
 
 TEST_F(SlideRotation, ATickMarksTheShowAsAutomaticAndRunsOnTheCallersThread) {
