@@ -173,6 +173,14 @@ TEST(TableRows, AnArchiveThatArrivedIsNotLostByALaterFailureAtItsAddress) {
     EXPECT_EQ(rows.state(0), Arrived);
 }
 
+TEST(TableRows, WhatArrivedAsNoArchiveIsStillLostWhenItsAddressFailsAgain) {
+    TableRows rows = downloadingThree();
+    rows.archiveExpanded("a", false);
+    rows.fileCreated("a");
+    rows.downloadFailed("a");
+    EXPECT_EQ(rows.state(0), NotDone);
+}
+
 TEST(TableRows, APackageIsAtWorkUntilItHasEnded) {
     TableRows rows = installingThree();
     EXPECT_EQ(states(rows), (States{AtWork, Waiting, Waiting}));
