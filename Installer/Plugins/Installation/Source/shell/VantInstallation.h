@@ -28,15 +28,19 @@
 /// slides, and on the thread of the last package for "FINISH.TITLE".
 - (id)getLangParser;
 @optional
-/// Sent once, when the whole installation has finished, on the thread of the last package. After it the host may turn
-/// its page, but must keep the pane: nothing that it started is stopped by its destruction.
+/// Sent once, when the whole installation has finished, on the thread of the last package. From within it the host may
+/// turn its page and let the pane go.
 - (void)continueToNextPlugin;
 @end
 
 /// One page of the host's wizard: installs the components that the user picked, from the media or from the web.
 ///
-/// The host creates one instance with `initWithModel:` on its main thread and forwards its three wizard buttons. All
-/// fields are plain instance variables, read by name by the nib and by key-value coding. They are grouped by the
+/// The host creates one instance with `initWithModel:` on its main thread and forwards its three wizard buttons. It may
+/// let the pane go at any moment after that, before or after the window that shows its view. That stops nothing: a run
+/// that has begun holds the pane and ends as ever, and its observer, which the model record holds, hears of the end.
+/// Controls and table of the view may still be used then, and do nothing.
+///
+/// All fields are plain instance variables, read by name by the nib and by key-value coding. They are grouped by the
 /// operations that write them. Installer threads touch those marked with a diamond: they run one after another, and
 /// what the main thread reads meanwhile is read and written whole (`base/SharedValue.hpp`,
 /// `selection/…+PackageLists.h`).
