@@ -1,9 +1,50 @@
 #import "install/package/VantInstallation+PackageInstaller.h"
+#import "install/status/VantInstallation+StatusLine.h"
 
 #import "InstallTest.h"
 #include "Jail.hpp"
+#include <atomic>
 
 using namespace vant::test;
+
+namespace {
+
+std::atomic<int> countedTextsMade = 0;
+std::atomic<int> countedTextsGone = 0;
+
+} // namespace
+
+/// An empty text that is counted from its making to its end.
+@interface VantCountedText : NSString
+@end
+
+@implementation VantCountedText
+
+- (id)init {
+    self = [super init];
+    ++countedTextsMade;
+    return self;
+}
+
+- (void)dealloc {
+    ++countedTextsGone;
+    [super dealloc];
+}
+
+- (NSUInteger)length {
+    return 0;
+}
+
+- (unichar)characterAtIndex:(NSUInteger)index {
+    (void)index;
+    return 0;
+}
+
+@end
+
+static NSString *countedText(id /*pane*/, SEL /*operation*/, NSString * /*component*/) {
+    return [[[VantCountedText alloc] init] autorelease];
+}
 
 class PackageInstaller : public InstallTest {
 protected:
@@ -195,6 +236,42 @@ TEST_F(PackageInstaller, TheWebShareIsComputedWhenTheUpdateRuns) {
     [pane installCompoentAtPath:[webList objectAtIndex:0]];
     EXPECT_EQ(processCounter("cdInstallIndex"), 1);
     EXPECT_TRUE(shows(15.0));
+}
+
+TEST_F(PackageInstaller, TheMediaBarShowsWhatHoldsWhenTheUpdateRuns) {
+    addMediaPackages(1);
+    setInstaller("echo 'installer:%30.0'\necho 'installer:%0.0'\n");
+    // On the main thread, so that the update of the first line can run only after the second one.
+    [pane installCDComponentAtPath:[mediaList lastObject]];
+    EXPECT_EQ(statusText(), "");
+    ASSERT_TRUE(waitUntil([&] { return !statusText().empty(); }));
+    EXPECT_EQ(barValue(), 0.0);
+}
+
+TEST_F(PackageInstaller, TheTextsOfUpdatesAreGivenBackWhileThePackageIsStillInstalled) {
+    method_setImplementation(class_getInstanceMethod([pane class], @selector(displayInstallingForComponent:)),
+                             reinterpret_cast<IMP>(countedText));
+    field<id>(pane, "mProgressInfoTF") = nil; // it would keep them
+    addMediaPackages(1);
+    const std::string go = (scratch / "go").string();
+    setInstaller("for i in 1 2 3 4 5 6 7 8 9; do echo \"installer:%$i.0\"; done\nwhile [ ! -e '" + go +
+                 "' ]; do sleep 0.02; done\n");
+    [NSThread detachNewThreadSelector:@selector(installCDComponentAtPath:)
+                             toTarget:pane
+                           withObject:[mediaList lastObject]];
+    EXPECT_TRUE(waitUntil([] { return countedTextsMade == 9 && countedTextsGone == 9; }))
+        << countedTextsGone << " of " << countedTextsMade;
+    writeFile(go, "");
+    EXPECT_TRUE(waitUntil([&] { return [[log names] count] == 1; }));
+}
+
+TEST_F(PackageInstaller, ThreadsHaveAPoolOfTheirOwn) {
+    addMediaPackages(1);
+    testing::internal::CaptureStderr();
+    const bool ended = installMedia([mediaList lastObject]);
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(ended);
+    EXPECT_EQ(said.find("without pool"), std::string::npos) << said;
 }
 
 TEST_F(PackageInstaller, FallingAndRepeatedPercentagesQueueNothing) {
