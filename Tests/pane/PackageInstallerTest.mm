@@ -186,6 +186,14 @@ TEST_F(PackageInstaller, AnInstallerThatWritesOnAfterPercent100IsReadToItsEnd) {
     EXPECT_TRUE(waitUntil([&] { return contentsOf(scratch / "end") == "whole\n"; }));
 }
 
+TEST_F(PackageInstaller, WhatFollowsIsAnnouncedBeforeTheRestOfTheOutputHasBeenRead) {
+    addMediaPackages(2);
+    const std::string go = (scratch / "go").string();
+    setInstaller("echo '%100'\nwhile [ ! -e '" + go + "' ]; do sleep 0.02; done\n");
+    EXPECT_TRUE(installMedia([mediaList objectAtIndex:0], 10.0)) << "waits for the installer's end";
+    writeFile(go, "");
+}
+
 TEST_F(PackageInstaller, ARefusedLaunchStopsTheChain) {
     removeInstaller();
     addMediaPackages(2);
