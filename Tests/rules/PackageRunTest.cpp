@@ -109,6 +109,16 @@ TEST(PackageRun, AWholeHundredIsCompletedUntilTheOutputEnds) {
                                                       "Fax.pkg PipeEnd", "status -1278", "announce media"}));
 }
 
+TEST(PackageRun, OnlyAWholeHundredIsCompletedNotMoreAndNotLess) {
+    RecordingPane pane;
+    pane.bar = 1000.0;
+    pane.output = "installer:%101.0\ninstaller:%1e2.0\ninstaller:%99.9\n";
+    const Log log = installed(pane, fax);
+    EXPECT_EQ((Log{log.begin() + 3, log.end()}),
+              (Log{"progress 101.000000", "progress 100.000000", "progress 99.000000", "Fax.pkg PipeEnd",
+                   "status -1278", "announce media"}));
+}
+
 TEST(PackageRun, ALineOfPercent100EndsTheReadingWithoutAnOutcome) {
     RecordingPane pane;
     pane.output = "%100\ninstaller:%100.0\n";
