@@ -162,6 +162,19 @@ TEST_F(ICCProfiles, OneFailedCopyIsTracedForEveryLaterProfile) {
     EXPECT_EQ(tracedCount("ERROR!!! Copy to Kelscan failed"), 4);
 }
 
+TEST_F(ICCProfiles, AFailedCopyIsTracedForLaterProfilesThatAreCopied) {
+    for (const std::string name : {"a", "b", "c", "d"})
+        writeFile(staging / name / (name + ".icc"), name);
+    NSString *first = nil;
+    for (NSString *path in [[NSFileManager defaultManager] enumeratorAtPath:ns(staging)])
+        if (first == nil && [[path pathExtension] isEqualToString:@"icc"])
+            first = path;
+    writeFile(target / text([first lastPathComponent]), "old");
+    installFor(@"Scanmate.pkg");
+    EXPECT_EQ(installed().size(), 4U);
+    EXPECT_EQ(tracedCount("ERROR!!! Copy to Kelscan failed"), 4);
+}
+
 TEST_F(ICCProfiles, OnlyTheArchiveListedLastIsExpanded) {
     makeZip(source / "one.zip", {{"one.icc", "1"}});
     makeZip(source / "two.zip", {{"two.icc", "2"}});
@@ -191,8 +204,15 @@ TEST_F(ICCProfiles, AStagingErrorIsTracedForEveryLaterEntryWhateverItsExtension)
         later += failed ? 1 : 0;
     }
     fs::create_directories(staging / first);
+    NSError *error = nil;
+    ASSERT_FALSE([[NSFileManager defaultManager] copyItemAtPath:ns(source / first)
+                                                         toPath:ns(staging / first)
+                                                          error:&error]);
     installFor(@"Scanmate.pkg");
     EXPECT_EQ(static_cast<std::size_t>(tracedCount("ERROR!!! copying icc profiles file [")), later);
+    const std::string reason = text([error localizedDescription]);
+    EXPECT_NE(reason, "");
+    EXPECT_EQ(static_cast<std::size_t>(tracedCount("] Failed with error [" + reason + "]")), later);
     EXPECT_EQ(tracedCount("ERROR!!! copying icc profiles file [" + first + "] Failed with error ["), 1);
     EXPECT_EQ(tracedCount("Failed with error [(null)]"), 0);
 }
