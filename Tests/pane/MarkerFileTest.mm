@@ -11,6 +11,7 @@ namespace fs = std::filesystem;
 class MarkerFile : public InstallTest {
 protected:
     MarkerFile() { fs::remove(marker); }
+    ~MarkerFile() override { fs::remove(marker); }
 
     /// Whether the marker stands while the output is read, and is gone afterwards. A package that says nothing is read
     /// for a while to tell that no marker comes.
@@ -81,4 +82,16 @@ TEST_F(MarkerFile, ARefusedLaunchMakesNone) {
     removeInstaller();
     [pane installCDComponentAtPath:addMedia(@"Print Driver", @"/m/Printer Driver.pkg")];
     EXPECT_FALSE(fs::exists(marker));
+}
+
+TEST_F(MarkerFile, ALinkInItsPlaceIsNotFollowed) {
+    fs::create_symlink(scratch / "somebody's", marker);
+    EXPECT_TRUE(media(@"Print Driver"));
+    EXPECT_FALSE(fs::exists(scratch / "somebody's"));
+}
+
+TEST_F(MarkerFile, ALinkInItsPlaceStaysWhenAnotherPackageEnds) {
+    fs::create_symlink(scratch / "somebody's", marker);
+    ASSERT_TRUE(installMedia(addMedia(@"Fax", @"/m/Fax.pkg")));
+    EXPECT_TRUE(fs::is_symlink(marker));
 }

@@ -4,6 +4,10 @@
 
 using namespace vant::test;
 
+static NSString *lookedUp(id /*pane*/, SEL /*operation*/, NSString *key) {
+    return [NSString stringWithFormat:@"[%@]", key];
+}
+
 class StatusLine : public InstallTest {
 protected:
     std::string word() { return text([pane localizedStringForKey:@"Installing"]); }
@@ -86,4 +90,16 @@ TEST_F(StatusLine, TheInstallingLookShowsASliverInTheInstallationBar) {
     EXPECT_TRUE([dummyBar isHidden]);
     EXPECT_TRUE([downloadBar isHidden]);
     EXPECT_EQ(statusText(), word() + "...");
+}
+
+TEST_F(StatusLine, OnlyKeysAreLookedUpNotNamesThatAreTheirOwnWords) {
+    method_setImplementation(class_getInstanceMethod([pane class], @selector(localizedStringForKey:)),
+                             reinterpret_cast<IMP>(lookedUp));
+    const auto webName = [&](const char *component) {
+        return text([pane displayNameComponent:component inFlow:vant::Flow::Web]);
+    };
+    EXPECT_EQ(webName("Fax.pkg"), "[PCFAXComponent]");
+    EXPECT_EQ(webName("Scan Manager.pkg"), "Scan Manager");
+    EXPECT_EQ(webName("Scanmate.pkg"), "Scanmate");
+    EXPECT_EQ(webName("Uninstaller.pkg"), "Uninstaller.pkg");
 }
