@@ -57,7 +57,7 @@ void addArchivesAmong(const std::vector<std::string> &items, const std::string &
     for (const std::string &item : items) {
         const std::string_view extension = pathExtension(item);
         if (extension == "zip" || extension == "cpio" || extension == "cpgz" || extension == "dmg")
-            findings.push_back({Severity::Warning, "nested-archive", subject + ": " + item,
+            findings.push_back({Severity::Warning, "nested-archive", std::string(subject).append(": ").append(item),
                                 "an archive or disk image in an archive is passed over"});
     }
 }
