@@ -77,6 +77,17 @@ class HostileSite(SiteCase):
         self.serve("Driver.cpio.gz", gzip.compress(entry + bytes(1000)))
         self.assertEqual(self.codes(), {"archive-too-large"})
 
+    def test_cpio_that_expands_beyond_all_bounds(self):
+        # It could be expanded, but that would take more than a gigabyte; so its package is never seen.
+        zeros, times = 64 * MEGABYTE, 18
+        entry = small_media.cpio_entry(1, "./Fax.pkg", 0o100644, b"")
+        entry = entry[:65] + b"%011o" % (zeros * times) + entry[76:]
+        pieces = [gzip.compress(entry), gzip.compress(bytes(zeros), 1) * times, gzip.compress(small_media.cpio({}))]
+        self.serve("Fax.cpio.gz", b"".join(pieces))
+        _, report = self.visit()
+        self.assert_grave(report, ("error", "archive-too-large", "Fax.cpio.gz"))
+        self.assertEqual(self.contents(report), {})
+
     def test_encoding_that_expands_beyond_all_bounds(self):
         self.serve("Driver.zip", Answer(gzip.compress(bytes(20 * MEGABYTE), 1), headers=[("Content-Encoding", "gzip")]))
         self.assertEqual(self.codes("--largest", "5"), {"fetch-too-large"})
