@@ -35,7 +35,8 @@ class FaultySite(SiteCase):
         self.components[0]["LOCATION"] = {}
         self.serve_sound()
         _, report = self.visit()
-        self.assert_grave(report, ("error", "entry-without-location", "entry 1"), ("error", "download-without-name", SELECTION))
+        self.assert_grave(report, ("error", "entry-without-location", "entry 1"),
+                          ("error", "download-without-name", SELECTION))
 
     def test_04_archive_missing(self):
         self.serve("Driver.zip", Answer(PAGE, 404))

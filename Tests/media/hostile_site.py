@@ -89,7 +89,8 @@ class HostileSite(SiteCase):
         self.assertEqual(self.contents(report), {})
 
     def test_encoding_that_expands_beyond_all_bounds(self):
-        self.serve("Driver.zip", Answer(gzip.compress(bytes(20 * MEGABYTE), 1), headers=[("Content-Encoding", "gzip")]))
+        body = gzip.compress(bytes(20 * MEGABYTE), 1)
+        self.serve("Driver.zip", Answer(body, headers=[("Content-Encoding", "gzip")]))
         self.assertEqual(self.codes("--largest", "5"), {"fetch-too-large"})
 
     def test_entries_that_lead_out_of_the_folder(self):

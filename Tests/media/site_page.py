@@ -55,8 +55,9 @@ class SitePage(MediaCase):
         for options in ([], ["--product"]):
             made, root = self.folder / "Some Driver.pkg", pathlib.Path(f"{self.folder}/root{len(options)}")
             root.mkdir()
-            subprocess.run([SOURCE / "Samples" / "make-package", *options, self.folder / "files", "/Library/A & B", "a.b", made],
-                           check=True, timeout=LONGEST)
+            script = SOURCE / "Samples" / "make-package"
+            subprocess.run([script, *options, self.folder / "files", "/Library/A & B", "a.b", made], check=True,
+                           timeout=LONGEST)
             subprocess.run([BUILD / "tools" / "installer", "-pkg", made, "-target", "/"], check=True, timeout=LONGEST,
                            stdout=subprocess.DEVNULL, env=os.environ | {"VANT_INSTALL_ROOT": str(root)})
             self.assertEqual((root / "Library" / "A & B" / "Ünter & <drüber>" / "file").read_text(), "content\n")

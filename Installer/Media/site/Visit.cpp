@@ -66,7 +66,7 @@ void takeFetched(Site &site, std::vector<Fetched> fetched) {
 } // namespace
 
 std::string fetchSelection(Site &site, const Visit &visit) {
-    const std::string file = std::string(visit.folder).append("/").append(siteSelection);
+    std::string file = std::string(visit.folder).append("/").append(siteSelection);
     const FetchOrder order{host::absoluteLocation(siteSelection, site.address), file};
     FetchLimits limits = visit.limits;
     limits.largest = std::min(limits.largest, largestList);
