@@ -1,5 +1,6 @@
 #include "GNUstep/process/ImportedFunction.hpp"
 
+#include <algorithm>
 #include <elf.h>
 #include <link.h>
 #include <span>
@@ -50,10 +51,9 @@ Imports importsOf(const dl_phdr_info &library, const ElfW(Phdr) & dynamic) {
 }
 
 bool isReadOnly(const dl_phdr_info &library, ElfW(Addr) offset) {
-    for (const auto &part : std::span(library.dlpi_phdr, library.dlpi_phnum))
-        if (part.p_type == PT_GNU_RELRO && offset >= part.p_vaddr && offset - part.p_vaddr < part.p_memsz)
-            return true;
-    return false;
+    return std::ranges::any_of(std::span(library.dlpi_phdr, library.dlpi_phnum), [offset](const auto &part) {
+        return part.p_type == PT_GNU_RELRO && offset >= part.p_vaddr && offset - part.p_vaddr < part.p_memsz;
+    });
 }
 
 /// A library's slots are usually made read-only once they are filled.
