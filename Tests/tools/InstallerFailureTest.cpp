@@ -15,7 +15,6 @@ using samples::Payload;
 using samples::writeArchive;
 using samples::writeBundlePackage;
 using samples::writeFlatPackage;
-using samples::writeProduct;
 
 namespace {
 

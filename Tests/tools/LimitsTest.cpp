@@ -7,11 +7,7 @@ namespace fs = std::filesystem;
 
 namespace vant::test {
 
-using samples::archiveOf;
 using samples::file;
-using samples::Filter;
-using samples::folder;
-using samples::Format;
 
 namespace {
 
