@@ -1,28 +1,36 @@
-"""That what shares one pointer or one place of the machine runs alone: a property that stands behind another keyword of
-the function that lists the tests is dropped without a word."""
+"""That what shares one place of the machine runs alone, and that what moves a pointer does so on a display of its own: a
+property that stands behind another keyword of the function that lists the tests is dropped without a word."""
 import json
 import os
 import subprocess
 import unittest
 
 # The suites, as prefixes of the tests' names.
-ALONE = ("Pointer.", "PointerAtThePrompt.", "MarkerFile.", "AuthorizationPanel.", "TrackingArea.")
+ALONE = ("MarkerFile.",)
+OWN_DISPLAY = ("Pointer.", "PointerAtThePrompt.", "AuthorizationPanel.", "TrackingArea.")
 
 
 class Serial(unittest.TestCase):
-    def test_these_suites_run_alone(self):
+    def setUp(self):
         listed = subprocess.run(
             ["ctest", "--test-dir", os.environ["VANT_BUILD"], "--show-only=json-v1"],
             check=True, capture_output=True, text=True)
-        found = set()
-        for test in json.loads(listed.stdout)["tests"]:
-            suite = next((suite for suite in ALONE if test["name"].startswith(suite)), None)
-            if suite is None:
-                continue
-            found.add(suite)
+        self.tests = json.loads(listed.stdout)["tests"]
+
+    def test_what_shares_a_place_runs_alone(self):
+        for test in self.of(ALONE):
             alone = any(entry["name"] == "RUN_SERIAL" and entry["value"] for entry in test["properties"])
             self.assertTrue(alone, f"{test['name']} may run beside others")
-        self.assertEqual(found, set(ALONE))
+
+    def test_what_moves_a_pointer_has_a_display_of_its_own(self):
+        for test in self.of(OWN_DISPLAY):
+            self.assertIn("/Tests/with-display --alone ", " ".join(test["command"]), test["name"])
+
+    def of(self, suites):
+        """The tests of these suites, none of which is empty."""
+        found = [test for test in self.tests if test["name"].startswith(suites)]
+        self.assertEqual({suite for suite in suites for test in found if test["name"].startswith(suite)}, set(suites))
+        return found
 
 
 if __name__ == "__main__":

@@ -1,14 +1,12 @@
+#import "Pointer.h"
 #import "PaneTest.h"
 #import "slides/VantInstallation+SlideRotation.h"
 #import "ui/VantButton.h"
 #import "ui/VantInstallation+AdministratorRights.h"
 
 #include <atomic>
-#include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#import <GNUstepGUI/GSDisplayServer.h>
 #include <thread>
 
 using namespace vant::test;
@@ -28,7 +26,7 @@ using namespace vant::test;
 @end
 
 /// The pane in a window of its own, under a real pointer: xdotool moves and presses it on the display, and what arrives
-/// comes through the platform's event queue.
+/// comes through the platform's event queue. Each press is made once, and must be taken.
 class Pointer : public PaneTest {
 protected:
     void SetUp() override {
@@ -45,21 +43,8 @@ protected:
         [window makeKeyAndOrderFront:nil];
         startTimer();
         [back() setEnabled:NO];
+        ASSERT_TRUE(settlesDown(window));
         movePointer(NSMakePoint(5, 5));
-    }
-
-    /// Waits until the window has kept the keys for a while: the window manager hands them about as windows appear, and
-    /// what is pressed meanwhile is lost.
-    bool keepsKeys() {
-        int steady = 0;
-        int without = 0;
-        return handlesEventsUntil([&] {
-            steady = [window isKeyWindow] ? steady + 1 : 0;
-            // Asked for seldom: asking while the window manager is still answering makes the two take it in turns.
-            if (steady == 0 && without++ % 25 == 0)
-                [window makeKeyAndOrderFront:nil];
-            return steady > 12;
-        });
     }
 
     static bool isThere(NSString *path) { return [[NSFileManager defaultManager] isExecutableFileAtPath:path]; }
@@ -72,42 +57,9 @@ protected:
                                                                            repeats:YES] retain];
     }
 
-    /// Hands events out as an application does, until the condition holds; false when it did not in time.
-    static bool handlesEventsUntil(const std::function<bool()> &condition, double seconds = 10) {
-        NSDate *end = [NSDate dateWithTimeIntervalSinceNow:seconds];
-        while (!condition()) {
-            if ([end timeIntervalSinceNow] < 0)
-                return false;
-            NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
-                                                untilDate:[NSDate dateWithTimeIntervalSinceNow:0.02]
-                                                   inMode:NSDefaultRunLoopMode
-                                                  dequeue:YES];
-            if (event != nil)
-                [NSApp sendEvent:event];
-        }
-        return true;
-    }
-
-    static NSTask *xdotool(NSArray *arguments) {
-        return [NSTask launchedTaskWithLaunchPath:@"/usr/bin/xdotool" arguments:arguments];
-    }
-
-    static NSString *number(double value) { return [NSString stringWithFormat:@"%d", (int)std::lround(value)]; }
-
-    /// To a point of the content view, whose origin is at the bottom left; the X server's is at the top left.
-    NSArray *moveTo(NSPoint point) {
-        const auto handle = (unsigned long)[GSServerForWindow(window) windowDevice:(int)[window windowNumber]];
-        const CGFloat height = [[window contentView] bounds].size.height;
-        return @[
-            @"mousemove", @"--window", [NSString stringWithFormat:@"%lu", handle], number(point.x),
-            number(height - point.y)
-        ];
-    }
-
     void movePointer(NSPoint point) {
-        ASSERT_TRUE(keepsKeys());
-        NSTask *task = xdotool(moveTo(point));
-        ASSERT_TRUE(handlesEventsUntil([task] { return ![task isRunning]; }));
+        ASSERT_TRUE(takesKeys(window));
+        ASSERT_TRUE(handMakes(moveTo(window, point)));
     }
 
     NSPoint middleOf(NSView *view) {
@@ -116,20 +68,17 @@ protected:
     }
 
     void click(NSPoint point) {
-        ASSERT_TRUE(keepsKeys());
-        NSTask *task = xdotool(
-            [moveTo(point) arrayByAddingObjectsFromArray:@[ @"mousedown", @"1", @"sleep", @"0.1", @"mouseup", @"1" ]]);
-        ASSERT_TRUE(handlesEventsUntil([task] { return ![task isRunning]; }));
+        ASSERT_TRUE(takesKeys(window));
+        ASSERT_TRUE(handMakes(moveTo(window, point) + pressAndRelease));
     }
 
-    /// Does it again when nothing came of it: the window manager keeps a press that lands while it moves the focus.
-    static bool leadsTo(const std::function<bool()> &condition, const std::function<void()> &act) {
-        for (int attempt = 0; attempt < 5; ++attempt) {
-            act();
-            if (handlesEventsUntil(condition, 2))
-                return true;
-        }
-        return false;
+    void press(const std::string &key) {
+        ASSERT_TRUE(takesKeys(window));
+        ASSERT_TRUE(handMakes("key " + key));
+    }
+
+    [[nodiscard]] bool turnsTo(NSInteger wanted) {
+        return handleEventsUntil([=, this] { return page() == wanted; });
     }
 
     NSInteger page() { return field<NSInteger>(pane, "prevSelection"); }
@@ -147,6 +96,10 @@ protected:
             if ([view isKindOfClass:bundleClass(@"VantButton")])
                 return (NSButton *)view;
         return nil;
+    }
+    /// The link's colour, once it is the one that is expected.
+    [[nodiscard]] bool linkTurns(NSColor *colour) {
+        return handleEventsUntil([=, this] { return linkIs(colour); });
     }
     bool linkIs(NSColor *colour) {
         return [colour isEqual:[[link() attributedTitle] attribute:NSForegroundColorAttributeName
@@ -174,69 +127,70 @@ protected:
 
 TEST_F(Pointer, NextShowsTheSecondPageAndBackTheFirst) {
     EXPECT_FALSE(isStopped());
-    ASSERT_TRUE(leadsTo([this] { return page() == 1; }, [&] { click(middleOf(next())); }));
+    click(middleOf(next()));
+    ASSERT_TRUE(turnsTo(1));
     EXPECT_TRUE(isStopped());
     EXPECT_FALSE([next() isEnabled]);
-    ASSERT_TRUE(leadsTo([this] { return page() == 0; }, [&] { click(middleOf(back())); }));
+    click(middleOf(back()));
+    ASSERT_TRUE(turnsTo(0));
     EXPECT_FALSE([back() isEnabled]);
     EXPECT_EQ([dots() selectedColumn], 0);
 }
 
 TEST_F(Pointer, TheIndicatorPicksAPage) {
-    ASSERT_TRUE(leadsTo([this] { return page() == 1; }, [&] { click(dot(1)); }));
+    click(dot(1));
+    ASSERT_TRUE(turnsTo(1));
     EXPECT_EQ([dots() selectedColumn], 1);
     EXPECT_TRUE(isStopped());
-    ASSERT_TRUE(leadsTo([this] { return page() == 0; }, [&] { click(dot(0)); }));
+    click(dot(0));
+    ASSERT_TRUE(turnsTo(0));
     EXPECT_EQ([dots() selectedColumn], 0);
 }
 
 TEST_F(Pointer, TheIndicatorOfThePageShownStopsTheTimerOnly) {
-    ASSERT_TRUE(leadsTo([this] { return isStopped(); }, [&] { click(dot(0)); }));
+    click(dot(0));
+    ASSERT_TRUE(handleEventsUntil([this] { return isStopped(); }));
     EXPECT_EQ(page(), 0);
     EXPECT_EQ([dots() selectedColumn], 0);
 }
 
 TEST_F(Pointer, BackIsDeadOnTheFirstPage) {
     click(middleOf(back()));
-    ASSERT_TRUE(leadsTo([this] { return page() == 1; }, [&] { click(middleOf(next())); }));
+    EXPECT_FALSE(isStopped());
+    click(middleOf(next()));
+    ASSERT_TRUE(turnsTo(1));
 }
 
 TEST_F(Pointer, KeysReachTheSlideControls) {
     [window makeFirstResponder:next()];
-    ASSERT_TRUE(leadsTo([this] { return page() == 1; }, [] { xdotool(@[ @"key", @"space" ]); }));
+    press("space");
+    ASSERT_TRUE(turnsTo(1));
     EXPECT_TRUE(isStopped());
 }
 
 TEST_F(Pointer, TheLinkIsRedUnderThePointerAndBlueElsewhere) {
     ASSERT_TRUE(linkIs([NSColor blueColor]));
-    EXPECT_TRUE(leadsTo([this] { return linkIs([NSColor redColor]); },
-                        [&] {
-                            movePointer(NSMakePoint(5, 5));
-                            movePointer(middleOf(link()));
-                        }));
+    movePointer(middleOf(link()));
+    EXPECT_TRUE(linkTurns([NSColor redColor]));
     EXPECT_EQ([NSCursor currentCursor], [NSCursor pointingHandCursor]);
     movePointer(NSMakePoint(5, 5));
-    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor blueColor]); }));
+    EXPECT_TRUE(linkTurns([NSColor blueColor]));
 }
 
 TEST_F(Pointer, APressTurnsTheLinkBlueAndSendsItsActionOnce) {
     PressCounter *counter = [[PressCounter alloc] init];
     [link() setTarget:counter];
     [link() setAction:@selector(pressed:)];
-    ASSERT_TRUE(leadsTo([this] { return linkIs([NSColor redColor]); },
-                        [&] {
-                            movePointer(NSMakePoint(5, 5));
-                            movePointer(middleOf(link()));
-                        }));
-    ASSERT_TRUE(leadsTo([counter] { return counter->presses > 0; }, [&] { click(middleOf(link())); }));
-    EXPECT_EQ(counter->presses, 1);
+    movePointer(middleOf(link()));
+    ASSERT_TRUE(linkTurns([NSColor redColor]));
+    click(middleOf(link()));
+    ASSERT_TRUE(handleEventsUntil([counter] { return counter->presses > 0; }));
     // Still inside, and blue all the same, until the pointer leaves and comes again.
     EXPECT_TRUE(linkIs([NSColor blueColor]));
-    EXPECT_TRUE(leadsTo([this] { return linkIs([NSColor redColor]); },
-                        [&] {
-                            movePointer(NSMakePoint(5, 5));
-                            movePointer(middleOf(link()));
-                        }));
+    movePointer(NSMakePoint(5, 5));
+    movePointer(middleOf(link()));
+    EXPECT_TRUE(linkTurns([NSColor redColor]));
+    EXPECT_EQ(counter->presses, 1);
 }
 
 TEST_F(Pointer, TheLinkIsTrackedWhereAResizedWindowPutsIt) {
@@ -244,14 +198,11 @@ TEST_F(Pointer, TheLinkIsTrackedWhereAResizedWindowPutsIt) {
     [window setContentSize:NSMakeSize(760, 560)];
     const NSPoint after = middleOf(link());
     ASSERT_NE(before.y, after.y);
-    ASSERT_TRUE(handlesEventsUntil([this] { return [window frame].size.width >= 760; }));
-    EXPECT_TRUE(leadsTo([this] { return linkIs([NSColor redColor]); },
-                        [&] {
-                            movePointer(NSMakePoint(5, 5));
-                            movePointer(after);
-                        }));
+    ASSERT_TRUE(handleEventsUntil([this] { return [window frame].size.width >= 760; }));
+    movePointer(after);
+    EXPECT_TRUE(linkTurns([NSColor redColor]));
     movePointer(before);
-    EXPECT_TRUE(handlesEventsUntil([this] { return linkIs([NSColor blueColor]); }));
+    EXPECT_TRUE(linkTurns([NSColor blueColor]));
 }
 
 static double threadSeconds() {
@@ -263,7 +214,7 @@ static double threadSeconds() {
 TEST_F(Pointer, AWindowAtRestLeavesTheProcessorAlone) {
     const double before = threadSeconds();
     NSDate *end = [NSDate dateWithTimeIntervalSinceNow:2];
-    ASSERT_TRUE(handlesEventsUntil([end] { return [end timeIntervalSinceNow] < 0; }));
+    ASSERT_TRUE(handleEventsUntil([end] { return [end timeIntervalSinceNow] < 0; }));
     EXPECT_LT(threadSeconds() - before, 0.5) << "seconds of work in two seconds of rest";
 }
 
@@ -278,29 +229,7 @@ protected:
         // Beside the panel, which comes up in the middle of the screen.
         [window setFrameTopLeftPoint:NSMakePoint(0, NSMaxY([[window screen] frame]))];
         movePointer(NSMakePoint(5, 5));
-        clickOnNext = text([moveTo(middleOf(next())) componentsJoinedByString:@" "]) +
-                      " sleep 0.1 mousedown 1 sleep 0.1 mouseup 1 sleep 0.1 ";
-    }
-
-    /// Runs xdotool, on any thread. It says itself that it succeeded: the platform's tasks on the main thread collect
-    /// whatever child has ended, its status included.
-    static bool runXdotool(const std::string &arguments) {
-        const std::string command = "timeout 15 xdotool " + arguments + " >/dev/null 2>&1 && echo done";
-        FILE *output = popen(command.c_str(), "r"); // NOLINT(cert-env33-c)
-        const bool succeeded = output != nullptr && std::fgetc(output) == 'd';
-        if (output != nullptr)
-            pclose(output);
-        return succeeded;
-    }
-
-    /// Gives the panel the keys once it is there; the window manager refuses a window that it has not taken up yet.
-    static bool activatePanel() {
-        for (int attempt = 0; attempt < 50; ++attempt) {
-            if (runXdotool(panel + "windowactivate --sync"))
-                return true;
-            runXdotool("sleep 0.1");
-        }
-        return false;
+        clickOnNext = moveTo(window, middleOf(next())) + pressAndRelease + "sleep 0.1 ";
     }
 
     /// Asks for the rights while somebody sits before the screen, on a thread of its own.
@@ -313,17 +242,10 @@ protected:
         return granted;
     }
 
-    /// Presses Return in the panel, again while the window manager gives the key to another window.
-    static void pressReturn(const std::atomic<bool> &answered) {
-        for (int attempt = 0; attempt < 8 && !answered; ++attempt)
-            if (activatePanel())
-                runXdotool("key Return sleep 1");
-    }
-
     void expectThatThePaneSawNoClick() {
         // A click takes effect in the window's own loop, so a moment without events is the end of what was sent.
         NSDate *end = [NSDate dateWithTimeIntervalSinceNow:1];
-        (void)handlesEventsUntil([end] { return [end timeIntervalSinceNow] < 0; });
+        (void)handleEventsUntil([end] { return [end timeIntervalSinceNow] < 0; });
         EXPECT_EQ(window->presses, 0);
         EXPECT_EQ(page(), 0);
         EXPECT_EQ([dots() selectedColumn], 0);
@@ -332,21 +254,20 @@ protected:
 
     /// The same place pressed once more, now that the prompt is gone: the clicks before did meet the button.
     void expectThatAClickIsSeenNow() {
-        EXPECT_TRUE(leadsTo([this] { return page() == 1; }, [this] { click(middleOf(next())); }));
+        click(middleOf(next()));
+        EXPECT_TRUE(turnsTo(1));
         EXPECT_GT(window->presses, 0);
     }
 
-    inline static const std::string panel = "search --sync --onlyvisible --name '^Administrator Rights$' ";
     std::string clickOnNext;
 };
 
 TEST_F(PointerAtThePrompt, AClickWhileItIsUpDoesNotReachThePane) {
     EXPECT_TRUE(isGrantedBy([this](const std::atomic<bool> &answered) {
-        EXPECT_TRUE(activatePanel());
-        // The window manager holds a press on a window without the keys back before it lets it through.
-        EXPECT_TRUE(runXdotool(clickOnNext + clickOnNext + clickOnNext + " sleep 1"));
+        EXPECT_TRUE(isGivenKeys("Administrator Rights"));
+        EXPECT_TRUE(xdotool(clickOnNext + clickOnNext + clickOnNext));
         EXPECT_FALSE(answered) << "the prompt was gone before the clicks were made";
-        pressReturn(answered);
+        EXPECT_TRUE(xdotool("key Return"));
     }));
     expectThatThePaneSawNoClick();
     expectThatAClickIsSeenNow();

@@ -1,9 +1,8 @@
-#import <AppKit/AppKit.h>
+#import "Pointer.h"
 #include <dispatch/dispatch.h>
 #include <Security/Authorization.h>
 
 #include "GNUstep/authorization/PanelTexts.hpp"
-#include "tracking/Pointer.hpp"
 
 #include <atomic>
 #include <cstdlib>
@@ -24,12 +23,10 @@ OSStatus askForRights() {
                                    kAuthorizationFlagInteractionAllowed | kAuthorizationFlagExtendRights, nullptr);
 }
 
-constexpr auto panelSearch = "search --sync --onlyvisible --name '^Administrator Rights$' ";
-
-/// A click as a hand makes it: the button stays down for a moment.
+/// A click in the panel as a hand makes it.
 std::string clickAt(int x, int y) {
-    return "mousemove --window %1 " + std::to_string(x) + " " + std::to_string(y) +
-           " sleep 0.1 mousedown 1 sleep 0.1 mouseup 1";
+    return "getactivewindow mousemove --window %1 " + std::to_string(x) + " " + std::to_string(y) +
+           vant::test::pressAndRelease;
 }
 
 /// A person before the screen: waits for the panel, then does what the arguments of xdotool say.
@@ -37,8 +34,8 @@ class Person {
 public:
     explicit Person(const std::string &actions)
         : thread_([actions] {
-              xdotool(panelSearch + std::string("windowactivate --sync"));
-              xdotool(panelSearch + actions);
+              EXPECT_TRUE(vant::test::isGivenKeys("Administrator Rights"));
+              EXPECT_TRUE(xdotool(actions));
           }) {}
     Person(const Person &) = delete;
     Person &operator=(const Person &) = delete;

@@ -1,7 +1,6 @@
-#import <AppKit/AppKit.h>
+#import "Pointer.h"
 
 #include "Jail.hpp"
-#include "tracking/Pointer.hpp"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
-#import <AppKit/AppKit.h>
+#import "Pointer.h"
 
 #include "GNUstep/tracking/Tracking.h"
-#include "tracking/Pointer.hpp"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -56,6 +55,7 @@ namespace {
 using List = std::vector<std::string>;
 using vant::test::handleEventsUntil;
 using vant::test::settle;
+using vant::test::takesKeys;
 using vant::test::xdotool;
 
 /// A window of 400 by 300 points with one view in its middle, the pointer beside the view.
@@ -67,8 +67,8 @@ protected:
         window = makeWindow(NSMakeRect(200, 300, 400, 300));
         view = [[VantTrackedView alloc] initWithFrame:NSMakeRect(100, 100, 200, 100)];
         [[window contentView] addSubview:view];
+        ASSERT_TRUE(vant::test::settlesDown(window));
         pointAt(20, 20);
-        ASSERT_TRUE(handleEventsUntil([&] { return [window isKeyWindow]; }));
         ASSERT_TRUE(handleEventsUntil([&] { return view->updates > 0; }));
         settle();
     }
@@ -87,12 +87,7 @@ protected:
         return made;
     }
     /// Moves the pointer to a point of the window's content, counted from its lower left.
-    void pointAt(int x, int y) {
-        const NSPoint screen = [window convertBaseToScreen:NSMakePoint(x, y)];
-        const int height = static_cast<int>(NSHeight([[NSScreen mainScreen] frame]));
-        ASSERT_TRUE(xdotool("mousemove " + std::to_string(static_cast<int>(screen.x)) + " " +
-                            std::to_string(height - static_cast<int>(screen.y))));
-    }
+    void pointAt(int x, int y) { ASSERT_TRUE(xdotool(vant::test::moveTo(window, NSMakePoint(x, y)))); }
     NSTrackingArea *track(NSTrackingAreaOptions options, NSDictionary *userInfo = nil) {
         return trackRect([view bounds], options, userInfo);
     }
@@ -190,7 +185,7 @@ TEST_F(TrackingArea, MayLieBesideTheView) {
 TEST_F(TrackingArea, IsSilentWhileItsWindowIsNotTheKeyWindow) {
     track(linkOptions);
     NSWindow *other = makeWindow(NSMakeRect(700, 300, 200, 200));
-    ASSERT_TRUE(handleEventsUntil([&] { return [other isKeyWindow]; }));
+    ASSERT_TRUE(takesKeys(other));
     settle();
     EXPECT_EQ(heardOnAVisit(), List{});
     [other close];
@@ -208,7 +203,7 @@ TEST_F(TrackingArea, IsLeftWhenItsWindowCeasesToBeTheKeyWindow) {
 TEST_F(TrackingArea, ActiveAlwaysNeedsNoKeyWindow) {
     track(NSTrackingMouseEnteredAndExited | NSTrackingActiveAlways);
     NSWindow *other = makeWindow(NSMakeRect(700, 300, 200, 200));
-    ASSERT_TRUE(handleEventsUntil([&] { return [other isKeyWindow]; }));
+    ASSERT_TRUE(takesKeys(other));
     settle();
     EXPECT_EQ(heardOnAVisit(), (List{"entered", "exited"}));
     [other close];
