@@ -118,7 +118,25 @@ class Host(FlowCase):
         ended = self.stay("Tab space", authorize="deny")
         self.assertEqual((ended.status, ended.summary["valid"]), (1, "NO"))
 
-    def stay(self, key, **options):
+    def test_gets_no_smaller_than_its_page_and_what_it_says(self):
+        """A long language, so that the notice takes more lines as the window gets narrower."""
+        sizes = []
+
+        def shrink(moments, _event):
+            if moments.noticed(None) and not sizes:
+                for size in [(1000, 800), (100, 100)]:
+                    window = camera.wizard_window()
+                    camera.output("xdotool", "windowsize", "--sync", window, *map(str, size))
+                    sizes.append(camera.frame(window).partition("+")[0])
+            return bool(sizes)
+
+        self.stay("Escape", authorize="deny", language="GR", also={"narrow": shrink})
+        (wide, _), (width, height) = (map(int, size.split("x")) for size in sizes)
+        self.assertGreater(wide, 990)
+        # The frame adds a few points; the page and the wizard's own parts need 480, a notice of three lines 70.
+        self.assertTrue(640 <= width < 660 and 550 <= height < 620, sizes)
+
+    def stay(self, key, also=None, **options):
         """A window that stays longer than it would by itself, and is then closed by a key."""
         ended_at = []
 
@@ -127,7 +145,8 @@ class Host(FlowCase):
                 ended_at.append(time.monotonic())
             return bool(ended_at) and time.monotonic() - ended_at[0] >= 2
 
-        ended = self.run_flow("media", self.media, stay=True, linger=30, pictures={"open": staying}, press=key, **options)
+        ended = self.run_flow("media", self.media, stay=True, linger=30, pictures={"open": staying} | (also or {}),
+                              press=key, **options)
         self.assertGreater((self.folder / "out" / "open.png").stat().st_size, 5_000)
         self.assertLess(time.monotonic() - ended_at[0], 25, "the key has not closed the window")
         return ended

@@ -69,7 +69,9 @@ class Contrast(unittest.TestCase):
     def test_of_marks_is_enough_to_tell_them(self):
         self.check(3, {"the dot of the page shown": ("EN", (138, 294, 154, 310)),
                        "the dot of the other page": ("EN", (160, 294, 175, 310)),
-                       "the next page": ("EN", (186, 288, 214, 316))})
+                       "the next page": ("EN", (186, 288, 214, 316)), "an empty bar": ("EN", (300, 512, 400, 530)),
+                       "a row's empty bar": ("EN", (100, 328, 150, 346)), "the table's border": ("EN", (15, 420, 30, 470)),
+                       "a row's mark": ("EN", (24, 328, 42, 346)), "the focus": ("EN", (130, 296, 139, 308))})
 
     def test_is_that_of_the_colours(self):
         self.assertAlmostEqual(contrast.ratio(contrast.luminance("000000"), contrast.luminance("FFFFFF")), 21)

@@ -15,10 +15,13 @@ void VantStartProcess(const std::vector<std::string> &arguments) {
     [NSProcessInfo initializeWithArguments:texts.data() count:static_cast<int>(texts.size()) environment:environ];
 }
 
-/// This host has one window and no menu: nothing else is to be put on the screen.
+/// This host has one window and no menu: nothing else is to be put on the screen. Its lists scroll at the right.
 static void registerDefaults(void) {
-    [[NSUserDefaults standardUserDefaults]
-        registerDefaults:@{@"GSSuppressAppIcon" : @"YES", @"GSAppOwnsMiniwindow" : @"NO"}];
+    [[NSUserDefaults standardUserDefaults] registerDefaults:@{
+        @"GSSuppressAppIcon" : @"YES",
+        @"GSAppOwnsMiniwindow" : @"NO",
+        @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle"
+    }];
 }
 
 NSApplication *VantMakeApplication(void) {

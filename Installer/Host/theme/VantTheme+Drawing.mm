@@ -49,6 +49,8 @@ static NSRect grooveOf(NSProgressIndicator *bar, NSRect bounds) {
 static void drawBar(NSProgressIndicator *bar, NSRect bounds, int count, double fraction) {
     const NSRect track = grooveOf(bar, bounds);
     fillRounded(track, barHeight / 2, paint(vant::host::groove));
+    // The groove alone is too pale to show how long an empty bar is.
+    strokeRounded(track, barHeight / 2, paint(line));
     NSRect filled = track;
     if ([bar isIndeterminate]) {
         filled.size.width = track.size.width / 4;
@@ -115,7 +117,7 @@ static void drawSpinner(NSRect bounds, int count) {
 
 - (void)drawFocusFrame:(NSRect)frame view:(NSView *)view {
     (void)view;
-    strokeRounded(frame, buttonRadius, paint(accent, 0.55), 2);
+    strokeRounded(frame, buttonRadius, paint(accent, 0.8), 2);
 }
 
 - (void)drawBorderType:(NSBorderType)type frame:(NSRect)frame view:(NSView *)view {
@@ -136,28 +138,6 @@ static void drawSpinner(NSRect bounds, int count) {
         drawSpinner(bounds, count);
     else
         drawBar(progress, bounds, count, value);
-}
-
-- (float)defaultScrollerWidth {
-    return 12;
-}
-
-// A knob on a clear ground; the arrows of old are left out.
-- (void)drawScrollerRect:(NSRect)rect
-                  inView:(NSView *)view
-                 hitPart:(NSScrollerPart)hitPart
-            isHorizontal:(BOOL)isHorizontal {
-    (void)isHorizontal;
-    auto *scroller = (NSScroller *)view;
-    [paint(paper) set];
-    NSRectFill(rect);
-    const NSRect knob = NSInsetRect([scroller rectForPart:NSScrollerKnob], 3, 3);
-    if (knob.size.width > 0 && knob.size.height > 0)
-        fillRounded(knob, 3, paint(hitPart == NSScrollerKnob ? paleInk : line));
-}
-
-- (BOOL)scrollViewUseBottomCorner {
-    return NO;
 }
 
 - (void)drawBoxInClipRect:(NSRect)clip

@@ -9,3 +9,8 @@
 /// Makes this the application's theme; its images lie in the application's own resources.
 + (void)use;
 @end
+
+@interface VantTheme (Scrollers)
+/// Gives all scrollers of the process knobs that are long enough to be caught, and no arrows.
++ (void)shapeScrollers;
+@end

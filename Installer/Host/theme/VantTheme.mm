@@ -52,6 +52,7 @@ static NSString *const themeName = @"Vant";
     // and puts its own theme in the place of one that they do not name.
     [[NSUserDefaults standardUserDefaults] registerDefaults:@{@"GSTheme" : themeName}];
     VantTheme *theme = [[VantTheme alloc] initWithBundle:[NSBundle mainBundle]];
+    [self shapeScrollers];
     [GSTheme setTheme:theme];
     [theme release];
 }

@@ -10,8 +10,10 @@
 /// The button is titled as given and sends the action to the target, which is not owned.
 - (id)initWithButton:(NSString *)title target:(id)target action:(SEL)action;
 
-/// Lays the text out for the width. Gives the height that the strip needs.
-- (CGFloat)layOut:(NSString *)text width:(CGFloat)width;
+- (void)setText:(NSString *)text;
+
+/// Lays text and button out for the width. Gives the height that the strip needs.
+- (CGFloat)layOutInWidth:(CGFloat)width;
 
 /// The strip's only control.
 - (NSView *)button;

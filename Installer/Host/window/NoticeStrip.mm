@@ -34,9 +34,13 @@ static NSColor *paint(vant::host::Colour value) {
     return self;
 }
 
-- (CGFloat)layOut:(NSString *)text width:(CGFloat)width {
+- (void)setText:(NSString *)text {
+    [sentence setStringValue:text];
+}
+
+- (CGFloat)layOutInWidth:(CGFloat)width {
     const CGFloat room = width - 2 * side - gap - buttonSize.width;
-    VantFitSentence(sentence, text, room);
+    VantFitSentence(sentence, [sentence stringValue], room);
     const CGFloat textHeight = [sentence frame].size.height;
     const CGFloat height = std::max(textHeight, buttonSize.height) + 2 * gap;
     [self setFrameSize:NSMakeSize(width, height)];

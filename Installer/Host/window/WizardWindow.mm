@@ -8,6 +8,7 @@ static const CGFloat margin = 20;
 static const CGFloat headerHeight = 56;
 static const CGFloat footerHeight = 60;
 static const NSSize buttonSize = {112, 28};
+static const NSSize smallest = {640, 480}; // of the window's content, when no notice takes a part of it
 
 @implementation WizardWindow
 
@@ -44,7 +45,7 @@ static const NSSize buttonSize = {112, 28};
                                              defer:NO];
     [window setReleasedWhenClosed:NO];
     [window setTitle:VantHostText(@"WindowTitle")];
-    [window setContentMinSize:frame.size];
+    [window setContentMinSize:smallest];
     [window setDelegate:(id)self];
 }
 
@@ -159,15 +160,31 @@ static const NSSize buttonSize = {112, 28};
         notice = [[NoticeStrip alloc] initWithButton:VantNoticeText(@"Close")
                                               target:window
                                               action:@selector(performClose:)];
-    NSView *content = [window contentView];
-    const CGFloat height = [notice layOut:text width:[content bounds].size.width];
+    [notice setText:text];
+    [[window contentView] addSubview:notice];
+    [self layOutNotice];
+}
+
+- (void)layOutNotice {
+    const CGFloat height = [notice layOutInWidth:[[window contentView] bounds].size.width];
     [notice setFrameOrigin:NSMakePoint(0, footerHeight)];
-    [content addSubview:notice];
     [self resizePaneArea:height];
 }
 
-/// Leaves room for a notice of this height below the page.
+// In a narrower window a notice may need another line.
+- (void)windowDidResize:(NSNotification *)notification {
+    (void)notification;
+    if ([notice superview] != nil)
+        [self layOutNotice];
+}
+
+/// Leaves room for a notice of this height below the page, which never gets lower than in the smallest window.
 - (void)resizePaneArea:(CGFloat)noticeHeight {
+    const NSSize least = NSMakeSize(smallest.width, smallest.height + noticeHeight);
+    [window setContentMinSize:least];
+    const NSSize now = [[window contentView] bounds].size;
+    if (now.height < least.height)
+        [window setContentSize:NSMakeSize(now.width, least.height)];
     const NSSize size = [[window contentView] bounds].size;
     const CGFloat bottom = footerHeight + noticeHeight;
     [paneArea setFrame:NSMakeRect(0, bottom, size.width, size.height - headerHeight - bottom)];
