@@ -104,6 +104,15 @@ TEST_F(ComponentTable, TheIndicatorsOfRowsInSightLieOnTheirCells) {
     }
 }
 
+TEST_F(ComponentTable, RowsThatAreAskedForBeforeTheTableCountsThemHaveTheirIndicators) {
+    setRows(0);
+    auto *made = field<NSMutableArray *>(pane, "objects1");
+    for (int i = 0; i < 3; ++i)
+        [made addObject:[[[bundleClass(@"BDObject") alloc] init] autorelease]];
+    EXPECT_EQ([[table dataSource] numberOfRowsInTableView:table], 3);
+    EXPECT_TRUE(waitUntil([this] { return indicators() == 6; }));
+}
+
 TEST_F(ComponentTable, ScrollingTakesOutWhatLeavesSightAndPutsInWhatComes) {
     setRows(1000);
     ASSERT_TRUE(settles());

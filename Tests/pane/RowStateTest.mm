@@ -214,6 +214,18 @@ TEST_F(RowStates, AnArchiveWhosePackagesAreLeftOutForOthersIsNotNeeded) {
     comesToShow("D-");
 }
 
+TEST_F(RowStates, WhatTheMediaHasStandsInForArchivesThatNeverCame) {
+    showWeb(2);
+    addWeb(@"Kind", @"/media/Kind.pkg");
+    addWeb(@"Printer Software Uninstaller", @"/media/Uninstaller.pkg");
+    [pane runWillInstall];
+    ASSERT_TRUE(comesToShow(">W"));
+    goOn(@"InstallNextSUComponent", 1);
+    ASSERT_TRUE(comesToShow("DD"));
+    post(@"SUInstallComplete");
+    comesToShow("DD");
+}
+
 TEST_F(RowStates, ARowOfTwoPackagesIsDoneWithBoth) {
     showWeb(2);
     addWeb(@"Fax.pkg", ns(downloads() / "0/Fax.pkg"));

@@ -55,6 +55,35 @@ TEST(RowState, FollowsFromEveryCombinationOfFacts) {
     }
 }
 
+TEST(TableRows, PackagesOfTheMediaStandInForLostArchivesOfTheirKind) {
+    TableRows rows({"driver", "scan", "scan2", "tool"},
+                   {keyOfKind("Print"), keyOfKind("Scan"), keyOfKind("Scan"), keyOfKind("Tool")});
+    rows.downloadFailed("driver");
+    EXPECT_EQ(states(rows), (States{NotDone, Waiting, Waiting, Waiting}));
+    rows.installationStarted({keyOfKind("Print"), keyOfKind("Scan"), keyOfKind("Scan"), keyOfKind("Manual")}, 0);
+    EXPECT_EQ(states(rows), (States{AtWork, Waiting, Waiting, Waiting}));
+    rows.packageEnded({.key = keyOfKind("Print"), .installed = true, .next = keyOfKind("Scan")});
+    EXPECT_EQ(states(rows), (States{Done, AtWork, Waiting, Waiting}));
+    rows.packageEnded({.key = keyOfKind("Scan"), .installed = true, .next = keyOfKind("Scan")});
+    EXPECT_EQ(states(rows), (States{Done, AtWork, Waiting, Waiting}));
+    EXPECT_EQ(rows.takeChanges(), (Rows{0, 1}));
+    rows.packageEnded({.key = keyOfKind("Scan"), .installed = true, .next = keyOfKind("Manual")});
+    rows.packageEnded({.key = keyOfKind("Manual"), .installed = true, .next = {}});
+    EXPECT_EQ(rows.takeChanges(), (Rows{1, 2}));
+    rows.runEnded();
+    EXPECT_EQ(states(rows), (States{Done, Done, Done, NotDone}));
+}
+
+TEST(TableRows, APackageOfTheMediaStandsInForNoArchiveThatBroughtItsOwn) {
+    TableRows rows({"new", "lost"}, {keyOfKind("Scan"), keyOfKind("Scan")});
+    rows.packagesFound("new");
+    rows.installationStarted({"new", keyOfKind("Scan")}, 0);
+    rows.packageEnded({.key = "new", .installed = true, .next = keyOfKind("Scan")});
+    EXPECT_EQ(states(rows), (States{Done, AtWork}));
+    rows.packageEnded({.key = keyOfKind("Scan"), .installed = false, .next = {}});
+    EXPECT_EQ(states(rows), (States{Done, NotDone}));
+}
+
 TEST(RowState, IsDoneWithTheLastOfItsPackages) {
     for (std::size_t packages = 0; packages < 4; ++packages)
         for (std::size_t installed = 0; installed < 4; ++installed)

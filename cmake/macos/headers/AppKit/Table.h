@@ -56,6 +56,7 @@ typedef NSString *NSUserInterfaceItemIdentifier;
 @property NSSize intercellSpacing;
 - (nullable NSTableColumn *)tableColumnWithIdentifier:(NSUserInterfaceItemIdentifier)identifier;
 - (void)reloadData;
+- (void)noteNumberOfRowsChanged;
 - (void)sizeLastColumnToFit;
 - (void)scrollRowToVisible:(NSInteger)row;
 - (NSRange)rowsInRect:(NSRect)rect;

@@ -10,7 +10,7 @@ NSString *VantStateMark(RowState state) {
     case RowState::Done:
         return @"\u2713";
     case RowState::NotDone:
-        return @"\u26A0\uFE0E";
+        return @"!"; // in every typeface, where signs of warning are pale or cut in some
     case RowState::NotNeeded:
         return @"\u2013";
     case RowState::Waiting:

@@ -1,6 +1,7 @@
 #include "ui/TableRows.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <utility>
 
@@ -30,12 +31,19 @@ std::string_view nameBelow(std::string_view path, std::string_view folder) noexc
     return path.substr(0, path.find('/'));
 }
 
-TableRows::TableRows(const std::vector<std::string> &keys) : rows_(keys.size()), shown_(keys.size()) {
+std::string keyOfKind(std::string_view kind) {
+    return "/" + std::string(kind);
+}
+
+TableRows::TableRows(const std::vector<std::string> &keys, const std::vector<std::string> &kinds)
+    : rows_(keys.size()), shown_(keys.size()) {
     for (std::size_t row = 0; row < keys.size(); ++row)
         if (!keys[row].empty()) {
             rowsOfKey_[keys[row]].push_back(row);
             awaited_.insert(row);
         }
+    for (std::size_t row = 0; row < std::min(keys.size(), kinds.size()); ++row)
+        rowsOfKind_[kinds[row]].push_back(row);
 }
 
 RowState TableRows::state(std::size_t row) const {
@@ -47,7 +55,7 @@ std::optional<std::size_t> TableRows::active() const {
         return std::nullopt;
     if (!installing_)
         return activeDownload();
-    const auto rows = package_ ? rowsOf(*package_) : std::span<const std::size_t>();
+    const auto rows = package_ ? rowsOfPackage(*package_) : std::vector<std::size_t>();
     return rows.empty() ? std::nullopt : std::optional(rows.front());
 }
 
@@ -60,6 +68,14 @@ std::optional<std::size_t> TableRows::activeDownload() const {
 std::span<const std::size_t> TableRows::rowsOf(const std::string &key) const {
     const auto found = rowsOfKey_.find(key);
     return found == rowsOfKey_.end() ? std::span<const std::size_t>() : std::span(found->second);
+}
+
+std::vector<std::size_t> TableRows::rowsOfPackage(const std::string &key) const {
+    const auto own = rowsOf(key);
+    std::vector<std::size_t> rows(own.begin(), own.end());
+    if (const auto kind = rowsOfKind_.find(key); rows.empty() && kind != rowsOfKind_.end())
+        std::ranges::copy_if(kind->second, std::back_inserter(rows), [this](auto row) { return !rows_[row].found; });
+    return rows;
 }
 
 void TableRows::fileCreated(const std::string &key) {
@@ -112,8 +128,10 @@ void TableRows::installationStarted(const std::vector<std::string> &packages, st
     for (RowFacts &row : rows_)
         row.packages = row.installed = row.failed = 0;
     for (const std::string &key : packages)
-        for (const std::size_t row : rowsOf(key))
+        for (const std::size_t row : rowsOfPackage(key)) {
             ++rows_[row].packages;
+            rows_[row].lost = false; // what was lost has another in its place
+        }
     for (RowFacts &row : rows_)
         row.superseded = row.found && row.packages == 0;
     touchAll();
@@ -121,9 +139,10 @@ void TableRows::installationStarted(const std::vector<std::string> &packages, st
 }
 
 void TableRows::packageEnded(const PackageEnd &end) {
-    touch(end.key);
-    for (const std::size_t row : rowsOf(end.key))
+    for (const std::size_t row : rowsOfPackage(end.key)) {
+        touched_.push_back(row);
         ++(end.installed ? rows_[row].installed : rows_[row].failed);
+    }
     goOnWith(end.next);
 }
 

@@ -40,13 +40,18 @@ struct PackageEnd {
     std::optional<std::string> next; ///< key of the package that follows; nothing after the last
 };
 
+/// The key of a package that comes out of no row's archive: its component's kind. Unlike the key of every archive.
+[[nodiscard]] std::string keyOfKind(std::string_view kind);
+
 /// What the component table knows of its rows. A row has a key, which its download and its packages share: the location
 /// of a package on the media, the folder name of an archive from the web. Rows of one key fare alike; what has a key
-/// that no row has (the uninstaller), or none at all, belongs to no row. Each event costs the same however many rows
+/// that no row has (the uninstaller), or none at all, belongs to no row. When an archive brings no package, the media's
+/// packages of that kind are installed in its place, and count for its row. Each event costs the same however many rows
 /// there are, but for the start and the end of a run.
 class TableRows {
 public:
-    explicit TableRows(const std::vector<std::string> &keys = {});
+    /// Keys by row, and the keys of the rows' kinds for rows that packages of the media may stand in for.
+    explicit TableRows(const std::vector<std::string> &keys = {}, const std::vector<std::string> &kinds = {});
 
     [[nodiscard]] std::size_t size() const noexcept { return rows_.size(); }
     [[nodiscard]] RowState state(std::size_t row) const;
@@ -74,6 +79,7 @@ public:
 private:
     [[nodiscard]] std::optional<std::size_t> activeDownload() const;
     [[nodiscard]] std::span<const std::size_t> rowsOf(const std::string &key) const;
+    [[nodiscard]] std::vector<std::size_t> rowsOfPackage(const std::string &key) const;
     void touch(const std::string &key);
     void touchActive();
     void touchAll();
@@ -82,6 +88,7 @@ private:
 
     std::vector<RowFacts> rows_;
     std::unordered_map<std::string, std::vector<std::size_t>> rowsOfKey_;
+    std::unordered_map<std::string, std::vector<std::size_t>> rowsOfKind_;
     std::deque<std::size_t> downloads_; // rows in the order in which their files were created
     std::set<std::size_t> awaited_;     // rows whose file is still to come
     bool downloading_ = false;

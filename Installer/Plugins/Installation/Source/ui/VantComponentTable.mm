@@ -204,7 +204,7 @@ using vant::RowState;
     // Rows are born with their spinners turning.
     for (BDObject *row in rows)
         VantShowState(row, RowState::Waiting, NO);
-    [sight update];
+    [sight rowsChanged];
     [self showChanges];
 }
 
@@ -214,7 +214,7 @@ using vant::RowState;
         return;
     if (auto now = [pane tableKeys]; now != keys) {
         keys = std::move(now);
-        states = vant::TableRows(keys);
+        states = vant::TableRows(keys, [pane tableKinds]);
     }
 }
 

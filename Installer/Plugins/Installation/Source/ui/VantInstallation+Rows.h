@@ -12,6 +12,9 @@
 /// Per row, the key that its download and its packages share: an entry's location on the media, the folder name of its
 /// archive from the web.
 - (std::vector<std::string>)tableKeys;
+/// Per row, the key of its kind, by which packages of the media stand in for an archive that brings none; empty for the
+/// rows of the media.
+- (std::vector<std::string>)tableKinds;
 /// Whether the list of packages holds one of the row with that key.
 - (BOOL)isAnyPackageOfRow:(const std::string &)key;
 /// Whether nothing will be installed: the rights were refused, or the downloads were set aside.

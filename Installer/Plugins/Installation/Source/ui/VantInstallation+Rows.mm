@@ -46,6 +46,15 @@ static std::string keyOfAddress(NSString *address) {
     return keys;
 }
 
+- (std::vector<std::string>)tableKinds {
+    std::vector<std::string> kinds;
+    if ([self showsMediaRows])
+        return kinds;
+    for (id entry in [self tableEntries])
+        kinds.push_back(vant::keyOfKind(vant::utf8(VantEntryText(entry, VantTypeKey))));
+    return kinds;
+}
+
 - (BOOL)isRunGivenUp {
     return mAuthCancelledOrError || mNonFlatInstaller;
 }
@@ -63,7 +72,11 @@ static std::string keyOfAddress(NSString *address) {
     std::string path = vant::utf8([self pathOfPackage:position]);
     if ([self showsMediaRows])
         return path;
-    return std::string(vant::nameBelow(path, vant::utf8(VantTemporaryPath(VantDownloadFolder))));
+    const std::string_view archive = vant::nameBelow(path, vant::utf8(VantTemporaryPath(VantDownloadFolder)));
+    if (!archive.empty())
+        return std::string(archive);
+    id record = [self packageInFlow:vant::Flow::Web atIndex:position];
+    return vant::keyOfKind(vant::utf8(VantStringForKey(record, VantComponentNameKey)));
 }
 
 - (std::vector<std::string>)keysOfPackages {

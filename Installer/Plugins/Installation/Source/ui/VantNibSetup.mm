@@ -58,6 +58,7 @@ static void beginTextAt(CGFloat x, NSControl *control) {
     [[table enclosingScrollView] tile];
     // The host picks the components; here they are told, not chosen.
     [[[table tableColumnWithIdentifier:@"check"] dataCell] setEnabled:NO];
+    [[[table tableColumnWithIdentifier:@"spinner"] dataCell] setFont:[NSFont boldSystemFontOfSize:13]];
     for (NSCell *cell in @[ [status cell], [[table tableColumnWithIdentifier:@"name"] dataCell] ])
         [cell setLineBreakMode:NSLineBreakByTruncatingTail];
     for (NSView *view in [[slide superview] subviews])

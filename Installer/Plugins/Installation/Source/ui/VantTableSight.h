@@ -23,6 +23,8 @@
 }
 /// Neither the table nor the owner is retained; both must outlive the sight.
 - (id)initWithTable:(NSTableView *)theTable owner:(id<VantRowIndicators>)theOwner;
+/// The table has other rows, which it may not have counted yet.
+- (void)rowsChanged;
 /// Looks again which rows are in sight.
 - (void)update;
 /// Brings a row into sight, once for each time that it is another one.

@@ -68,6 +68,13 @@
     return indicators;
 }
 
+// Somebody may have asked for the rows before the table counted them, and it finds only rows in sight that it has
+// counted.
+- (void)rowsChanged {
+    [table noteNumberOfRowsChanged];
+    [self update];
+}
+
 - (void)update {
     const auto before = vant::Retained<NSMutableArray>::retain(shown);
     vant::hold(shown, [self indicatorsInSight]);
