@@ -8,6 +8,16 @@ static NSString *lookedUp(id /*pane*/, SEL /*operation*/, NSString *key) {
     return [NSString stringWithFormat:@"[%@]", key];
 }
 
+/// What a window was told to read out.
+static std::vector<std::string> readOut;
+
+/// Stands before the platform's, which has nobody to tell on this machine.
+void NSAccessibilityPostNotificationWithUserInfo(id element, NSString *notification, NSDictionary *information) {
+    if ([element isKindOfClass:[NSWindow class]] &&
+        [notification isEqual:NSAccessibilityAnnouncementRequestedNotification])
+        readOut.push_back(text([information objectForKey:NSAccessibilityAnnouncementKey]));
+}
+
 class StatusLine : public InstallTest {
 protected:
     std::string word() { return text([pane localizedStringForKey:@"Installing"]); }
@@ -102,4 +112,23 @@ TEST_F(StatusLine, OnlyKeysAreLookedUpNotNamesThatAreTheirOwnWords) {
     EXPECT_EQ(webName("Scan Manager.pkg"), "Scan Manager");
     EXPECT_EQ(webName("Scanmate.pkg"), "Scanmate");
     EXPECT_EQ(webName("Uninstaller.pkg"), "Uninstaller.pkg");
+}
+
+TEST_F(StatusLine, EachNewTextIsReadOutOnce) {
+    NSWindow *window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 100, 100)
+                                                   styleMask:NSTitledWindowMask
+                                                     backing:NSBackingStoreBuffered
+                                                       defer:YES];
+    [[window contentView] addSubview:statusLine];
+    [observer.strings setObject:@"All done." forKey:@"FINISH.TITLE"];
+    [pane showInstallingLook];
+    for (int percentage = 0; percentage < 3; ++percentage)
+        [pane updateInstallingTextField:@"Working..."];
+    [pane showFinishedLook];
+    EXPECT_EQ(readOut, (std::vector<std::string>{word() + "...", "Working...", "All done."}));
+}
+
+TEST_F(StatusLine, NothingIsReadOutThatNobodySees) {
+    [pane updateInstallingTextField:@"Working..."];
+    EXPECT_EQ(readOut, std::vector<std::string>{});
 }

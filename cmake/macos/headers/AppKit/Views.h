@@ -95,6 +95,16 @@ API_AVAILABLE(macos(10.5))
 - (void)setAccessibilityLabel:(nullable NSString *)label API_AVAILABLE(macos(10.10));
 @end
 
+typedef NSString *NSAccessibilityNotificationName;
+typedef NSString *NSAccessibilityNotificationUserInfoKey;
+
+PLATFORM_EXPORT NSAccessibilityNotificationName const
+    NSAccessibilityAnnouncementRequestedNotification API_AVAILABLE(macos(10.7));
+PLATFORM_EXPORT NSAccessibilityNotificationUserInfoKey const NSAccessibilityAnnouncementKey API_AVAILABLE(macos(10.7));
+PLATFORM_EXPORT void NSAccessibilityPostNotificationWithUserInfo(
+    id element, NSAccessibilityNotificationName notification,
+    NSDictionary<NSAccessibilityNotificationUserInfoKey, id> *_Nullable userInfo) API_AVAILABLE(macos(10.7));
+
 PLATFORM_EXPORT NSNotificationName const NSViewBoundsDidChangeNotification;
 PLATFORM_EXPORT NSNotificationName const NSViewFrameDidChangeNotification;
 

@@ -1,5 +1,6 @@
 #import "install/status/VantInstallation+StatusLine.h"
 
+#import "base/Accessibility.h"
 #import "base/Bridge.h"
 #import "base/MainQueue.h"
 #import "base/Retained.h"
@@ -9,6 +10,14 @@
 #import "shell/VantInstallation+HostLink.h"
 
 static const std::chrono::milliseconds longestWaitForMainThread{2000};
+
+/// Shows a text in the status line. A new one is read out; the same one comes again with each word of an installer.
+static void showStatus(NSTextField *line, NSString *text) {
+    const BOOL changed = ![[line stringValue] isEqualToString:text];
+    [line setStringValue:text];
+    if (changed)
+        VantAnnounce(line, text);
+}
 
 @implementation VantInstallation (StatusLine)
 
@@ -75,7 +84,7 @@ static const std::chrono::milliseconds longestWaitForMainThread{2000};
     const auto shown = vant::Retained<NSString>::retain(text == nil ? @"" : text);
     auto show = [bar, line, shown] {
         [bar.get() stopAnimation:nil];
-        [line.get() setStringValue:shown.get()];
+        showStatus(line.get(), shown.get());
     };
     // From an installer thread the text has to queue up behind the progress texts that the thread sent before, or one
     // of them would be the last to show.
@@ -87,7 +96,7 @@ static const std::chrono::milliseconds longestWaitForMainThread{2000};
 
 /// Shows one of the plug-in's own words, as something that goes on.
 - (void)showWord:(NSString *)key {
-    [mProgressInfoTF setStringValue:[NSString stringWithFormat:@"%@...", [self localizedStringForKey:key]]];
+    showStatus(mProgressInfoTF, [NSString stringWithFormat:@"%@...", [self localizedStringForKey:key]]);
 }
 
 - (NSString *)displayInstallingForComponent:(NSString *)componentDisplayName {
@@ -118,7 +127,7 @@ static const std::chrono::milliseconds longestWaitForMainThread{2000};
 }
 
 - (void)updateInstallingTextField:(NSString *)text {
-    [mProgressInfoTF setStringValue:text];
+    showStatus(mProgressInfoTF, text);
 }
 
 @end
