@@ -22,7 +22,7 @@ constexpr SlideText texts[] = {
     {"FN", u"Des couleurs qui tiennent parole",
      u"Les consommables Quorvel sont accordés à votre imprimante : la centième page est aussi belle que la première."},
     {"GR", u"Farben, die Wort halten",
-     u"Quorvel Verbrauchsmaterial ist auf Ihren Drucker abgestimmt. So sieht die hundertste Seite aus wie die erste."},
+     u"Quorvel-Verbrauchsmaterial ist auf Ihren Drucker abgestimmt. So sieht die hundertste Seite aus wie die erste."},
     {"IT", u"Colori che mantengono la promessa",
      u"I materiali Quorvel sono tarati sulla stampante: la centesima pagina è come la prima."},
     {"SP", u"Colores que cumplen",

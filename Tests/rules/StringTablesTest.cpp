@@ -18,6 +18,7 @@ constexpr TableName tables[] = {
     paneTable,
     {VANT_HOST_RESOURCES, "Localizable-Inst"},
     {VANT_HOST_RESOURCES, "Localizable"},
+    {VANT_HOST_RESOURCES, "InfoPlist"},
 };
 
 std::multiset<std::string> placeholders(const std::string &text) {

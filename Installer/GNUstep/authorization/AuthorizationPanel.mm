@@ -37,8 +37,10 @@ NSString *hostNameIn(NSDictionary *information) {
 /// The name that the host shows for itself in the user's language, else that of its process.
 NSString *hostName() {
     NSBundle *host = [NSBundle mainBundle];
-    if (NSString *name = hostNameIn([host localizedInfoDictionary]))
-        return name;
+    // GNUstep's localized information is that of another file, and knows nothing of this table.
+    NSString *localized = [host localizedStringForKey:@"CFBundleDisplayName" value:@"" table:@"InfoPlist"];
+    if ([localized length] > 0 && ![localized isEqualToString:@"CFBundleDisplayName"])
+        return localized;
     NSString *name = hostNameIn([host infoDictionary]);
     return name != nil ? name : [[NSProcessInfo processInfo] processName];
 }
