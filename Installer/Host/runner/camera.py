@@ -11,12 +11,10 @@ class Camera:
         self.taken = set()
 
     def take(self, name):
-        """Takes each picture once; a window that is gone gives none."""
-        if name in self.taken:
-            return
-        self.taken.add(name)
-        window = wizard_window()
+        """Takes each picture once, and not before there is a window."""
+        window = None if name in self.taken else wizard_window()
         if window:
+            self.taken.add(name)
             subprocess.run(["import", "-silent", "-window", "root", "-crop", frame(window), "+repage",
                             str(self.folder.claim(f"{name}.png"))], check=False, stdin=subprocess.DEVNULL)
 

@@ -1,6 +1,8 @@
 """When pictures of a run are due."""
 import time
 
+import camera
+
 FIRST_LOOK = 0.6  # seconds after something was shown: the window manager has drawn the window by then
 
 
@@ -45,8 +47,8 @@ class Moments:
         return self.settled(event, seconds=5)
 
     def prompting(self, _event):
-        """The host has been waiting for the administrator for a while."""
-        return self.shown_at is None and time.monotonic() - self.started_at >= 2
+        """The host has been waiting for the administrator for a while: its prompt lies over its window."""
+        return self.shown_at is None and time.monotonic() - self.started_at >= 2 and len(camera.windows()) > 1
 
     def downloading(self, event):
         return bar_value(event, "download") >= 2
