@@ -37,7 +37,9 @@ void settle();
 /// xdotool's arguments that move the pointer to a point of the window's content, counted from its lower left.
 [[nodiscard]] std::string moveTo(NSWindow *window, NSPoint point);
 
-/// A press of the left button as a hand makes it: it stays down for a moment.
-inline constexpr auto pressAndRelease = " sleep 0.1 mousedown 1 sleep 0.1 mouseup 1 ";
+/// A press of the left button as a hand makes it: it stays down for a moment, and the pointer never stands still for
+/// long. Without that last movement a release that the platform has read while it asked where the pointer is would lie
+/// unseen until something else happens.
+inline constexpr auto pressAndRelease = " sleep 0.1 mousedown 1 sleep 0.1 mouseup 1 sleep 0.1 mousemove_relative 1 0 ";
 
 } // namespace vant::test
