@@ -69,8 +69,9 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
 }
 /// Main thread: shows the panel and runs it modally until it is answered.
 - (void)runModal;
-/// Any other thread: has the main thread show the panel, whose run loop goes on, and waits for the answer.
-- (void)waitForAnswer;
+/// Any other thread: has the main thread show the panel, whose run loop goes on, waits for the answer, and leaves the
+/// caller's reference to the main thread: a window may go there alone.
+- (vant::PromptAnswer)waitForAnswerAndRelease;
 - (vant::PromptAnswer)answer;
 @end
 
@@ -101,12 +102,15 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
     [self close];
 }
 
-- (void)waitForAnswer {
+- (vant::PromptAnswer)waitForAnswerAndRelease {
     NSArray *modes =
         [NSArray arrayWithObjects:NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode, nil];
     [self performSelectorOnMainThread:@selector(show) withObject:nil waitUntilDone:NO modes:modes];
     [answered lockWhenCondition:YES];
     [answered unlock];
+    const vant::PromptAnswer given = answer;
+    [self performSelectorOnMainThread:@selector(release) withObject:nil waitUntilDone:NO modes:modes];
+    return given;
 }
 
 - (void)show {
@@ -196,7 +200,6 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
         [NSApp stopModal];
         return;
     }
-    [[self retain] autorelease];
     [self close];
     [answered lock];
     answer = given;
@@ -211,11 +214,11 @@ PromptAnswer askAdministrator() {
     if (NSApp == nil)
         return PromptAnswer::impossible;
     @autoreleasepool {
-        VantAuthorizationPanel *panel = [[[VantAuthorizationPanel alloc] init] autorelease];
-        if ([NSThread isMainThread])
-            [panel runModal];
-        else
-            [panel waitForAnswer];
+        VantAuthorizationPanel *panel = [[VantAuthorizationPanel alloc] init];
+        if (![NSThread isMainThread])
+            return [panel waitForAnswerAndRelease];
+        [panel autorelease];
+        [panel runModal];
         return [panel answer];
     }
 }
