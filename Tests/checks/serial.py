@@ -1,5 +1,6 @@
 """That what shares one place of the machine runs alone, and that what moves a pointer does so on a display of its own: a
-property that stands behind another keyword of the function that lists the tests is dropped without a word."""
+property that stands behind another keyword of the function that lists the tests is dropped without a word. And that each
+test is listed once."""
 import json
 import os
 import subprocess
@@ -25,6 +26,10 @@ class Serial(unittest.TestCase):
     def test_what_moves_a_pointer_has_a_display_of_its_own(self):
         for test in self.of(OWN_DISPLAY):
             self.assertIn("/Tests/with-display --alone ", " ".join(test["command"]), test["name"])
+
+    def test_no_test_is_listed_twice(self):
+        names = [test["name"] for test in self.tests]
+        self.assertEqual([name for name in set(names) if names.count(name) > 1], [])
 
     def of(self, suites):
         """The tests of these suites, none of which is empty."""
