@@ -57,7 +57,7 @@ TEST_F(UserSettings, AreNothingWithoutAFile) {
     EXPECT_EQ(switches(), "000");
 }
 
-TEST_F(UserSettings, ExactTextsSwitchOn) {
+TEST_F(UserSettings, OnlyExactTextsSwitchOn) {
     writeSettings(@{@"Smart Update" : @"1", @"WebError" : @"1", @"Debug" : @"debug_on"});
     EXPECT_EQ(switches(), "111");
 }
