@@ -85,16 +85,16 @@ TEST_F(UrlDownloadSlices, HeaderWithoutEndIsABadServerResponse) {
 }
 
 TEST_F(UrlDownloadSlices, OtherDownloadsGoOnWhileOneDecodes) {
-    server.serve("/large", encoded(gzip(std::string(100'000'000, '\0'))));
+    // Half a minute of decoding, of which only a moment is used: the server's own pace must not matter.
+    server.serve("/large", encoded(repeated(gzip(std::string(100'000'000, '\0')), 40)));
     server.serve("/small", HttpReply{.body = pattern(1000)});
     DownloadRecorder *small = [[[DownloadRecorder alloc] init] autorelease];
-    start(server.url("/large"));
+    NSURLDownload *large = start(server.url("/large"));
     ASSERT_TRUE(runUntil([&] { return [recorder received] > 0; }));
     [startRequest(request(server.url("/small")), small) setDestination:path(@"small") allowOverwrite:YES];
     ASSERT_TRUE(runUntil([&] { return [small done]; }));
     EXPECT_FALSE([recorder done]);
-    EXPECT_TRUE(runUntil([&] { return [recorder done]; }));
-    EXPECT_EQ([recorder received], 100'000'000U);
+    [large cancel];
 }
 
 TEST_F(UrlDownloadSlices, CancelWhileItDecodesTellsNothingMoreAndRemovesTheFile) {
