@@ -21,7 +21,7 @@ static void addLocations(id value, bool isLocation, NSMutableArray *found) {
 static NSArray *locationsIn(NSString *file) {
     id list = [NSArray arrayWithContentsOfFile:file];
     if (list == nil)
-        list = [NSDictionary dictionaryWithContentsOfFile:file];
+        list = [NSMutableDictionary dictionaryWithContentsOfFile:file];
     NSMutableArray *found = [NSMutableArray array];
     addLocations(list, false, found);
     return found;
@@ -54,7 +54,7 @@ NSString *VantRefusedPackage(NSString *file) {
 NSString *VantRefusedProfile(NSString *media) {
     for (const std::string_view folder : {vant::installFilesFolder, vant::macDataFolder}) {
         NSString *profiles = [media stringByAppendingFormat:@"%s/Profiles", folder.data()];
-        for (NSString *name in [[NSFileManager defaultManager] directoryContentsAtPath:profiles])
+        for (NSString *name in [[NSFileManager defaultManager] contentsOfDirectoryAtPath:profiles error:nullptr])
             if (NSString *refusal = refusalOfName(@"colour profile", name))
                 return refusal;
     }

@@ -148,6 +148,7 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
 @property (nullable, assign) id<NSWindowDelegate> delegate;
 @property (getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property NSSize contentMinSize API_AVAILABLE(macos(10.3));
+- (void)setContentSize:(NSSize)size;
 @property (nullable, assign) NSView *initialFirstResponder;
 @property (nullable, readonly, weak) NSResponder *firstResponder;
 - (BOOL)makeFirstResponder:(nullable NSResponder *)responder;
