@@ -12,10 +12,12 @@ namespace {
 /// What the panes have registered for and started, in order.
 std::vector<std::string> journal;
 
-using Register = void (*)(id, SEL, id, SEL, NSString *, id);
+// The layer's own function of this operation has this type.
+using Register = void (*)(NSNotificationCenter *, SEL, id, SEL, NSString *, id);
 Register registerFor;
 
-void noteRegistration(id centre, SEL operation, id receiver, SEL handler, NSString *name, id sender) {
+void noteRegistration(NSNotificationCenter *centre, SEL operation, id receiver, SEL handler, NSString *name,
+                      id sender) {
     if ([receiver isKindOfClass:paneClass()])
         journal.push_back(text(name) + " " + text(NSStringFromSelector(handler)) +
                           (sender == nil ? "" : " of one sender"));
