@@ -22,7 +22,7 @@ static const NSControlStateValue NSControlStateValueOn = 1;
 - (instancetype)initTextCell:(NSString *)text NS_DESIGNATED_INITIALIZER;
 - (instancetype)initImageCell:(nullable NSImage *)image NS_DESIGNATED_INITIALIZER;
 - (instancetype)initWithCoder:(NSCoder *)coder NS_DESIGNATED_INITIALIZER;
-@property (nullable, readonly, assign) NSView *controlView;
+@property (nullable, assign) NSView *controlView;
 @property (nullable, strong) NSImage *image;
 @property NSInteger tag;
 @property NSControlStateValue state;

@@ -9,6 +9,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (nullable, strong) __kindof NSCell *cell;
 @property (nullable, weak) id target;
 @property (nullable) SEL action;
+@property NSInteger tag;
 @property (getter=isEnabled) BOOL enabled;
 @property (nullable, strong) NSFont *font;
 @property (copy) NSString *stringValue;

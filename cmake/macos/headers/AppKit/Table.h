@@ -12,7 +12,7 @@ typedef NSString *NSUserInterfaceItemIdentifier;
 @interface NSTableColumn : NSObject
 @property (copy) NSUserInterfaceItemIdentifier identifier;
 @property (strong) id dataCell;
-@property (nullable, readonly, assign) NSTableView *tableView;
+@property (nullable, weak) NSTableView *tableView;
 @property CGFloat width;
 @end
 

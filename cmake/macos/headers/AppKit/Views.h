@@ -64,7 +64,7 @@ API_AVAILABLE(macos(10.5))
 @property (nullable, readonly, strong) NSScrollView *enclosingScrollView;
 @property (nullable, assign) NSView *nextKeyView;
 @property (nullable, readonly, assign) NSView *nextValidKeyView;
-@property NSInteger tag;
+@property (readonly) NSInteger tag;
 @property (getter=isHidden) BOOL hidden API_AVAILABLE(macos(10.3));
 @property BOOL needsDisplay;
 @property BOOL postsFrameChangedNotifications;
@@ -145,7 +145,7 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
                               defer:(BOOL)deferred NS_DESIGNATED_INITIALIZER;
 @property (copy) NSString *title;
 @property (nullable, strong) __kindof NSView *contentView;
-@property (nullable, assign) id<NSWindowDelegate> delegate;
+@property (nullable, weak) id<NSWindowDelegate> delegate;
 @property (getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property NSSize contentMinSize API_AVAILABLE(macos(10.3));
 - (void)setContentSize:(NSSize)size;

@@ -19,6 +19,7 @@ typedef NS_ENUM(NSUInteger, NSURLRequestCachePolicy) {
     NSURLRequestReloadIgnoringLocalCacheData = 1,
 };
 
+API_AVAILABLE(macos(10.2))
 @interface NSURLRequest : NSObject <NSCopying, NSMutableCopying>
 @property (nullable, readonly, copy) NSURL *URL;
 + (instancetype)requestWithURL:(NSURL *)address;
@@ -27,6 +28,7 @@ typedef NS_ENUM(NSUInteger, NSURLRequestCachePolicy) {
                timeoutInterval:(NSTimeInterval)seconds;
 @end
 
+API_AVAILABLE(macos(10.2))
 @interface NSMutableURLRequest : NSURLRequest
 @end
 
@@ -35,6 +37,7 @@ typedef NS_ENUM(NSUInteger, NSURLRequestCachePolicy) {
 - (void)setValue:(nullable NSString *)value forHTTPHeaderField:(NSString *)field;
 @end
 
+API_AVAILABLE(macos(10.2))
 @interface NSURLResponse : NSObject <NSCopying>
 @property (nullable, readonly, copy) NSString *suggestedFilename;
 @property (readonly) long long expectedContentLength;

@@ -9,6 +9,7 @@ NS_ASSUME_NONNULL_BEGIN
 @class NSURLDownload;
 
 /// The name is documented as legacy and deprecated by the messages that make and steer a download.
+API_AVAILABLE(macos(10.2))
 @protocol NSURLDownloadDelegate <NSObject>
 @optional
 - (void)downloadDidBegin:(NSURLDownload *)download;
@@ -23,6 +24,7 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)download:(NSURLDownload *)download didFailWithError:(NSError *)error;
 @end
 
+API_AVAILABLE(macos(10.2))
 @interface NSURLDownload : NSObject
 - (instancetype)initWithRequest:(NSURLRequest *)request
                        delegate:(nullable id<NSURLDownloadDelegate>)delegate
