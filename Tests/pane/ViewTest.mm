@@ -113,15 +113,21 @@ TEST_F(Views, ARowThatIsNotTickedIsPassedOver) {
     EXPECT_EQ(field<int>(pane, "selectedcomponentCount"), 2);
 }
 
+/// A row's state as the byte that it is: the compiler knows two values of BOOL, a check box has a third one.
+static unsigned char stepAsState(id row, SEL) {
+    return static_cast<unsigned char>([static_cast<BDObject *>(row) currentStep]);
+}
+
 TEST_F(Views, ARowInAnyOtherStateIsPassedOverToo) {
     createIdlePane();
     field<id>(pane, "selectedarrXML") = [threeDownloads retain];
     for (const char *name : {"objects", "myDownloadinfoArray"})
         field<id>(pane, name) = [[NSMutableArray alloc] init];
-    // The state is a byte, and that of a check box, which knows a third one: neither on nor off.
-    for (const unsigned char state : std::vector<unsigned char>{1, 2, 0}) {
+    method_setImplementation(class_getInstanceMethod(bundleClass(@"BDObject"), @selector(getCheckBTStatus)),
+                             reinterpret_cast<IMP>(stepAsState));
+    for (const int state : {1, 2, 0}) {
         [pane addRow:nil];
-        field<unsigned char>([field<NSArray *>(pane, "objects") lastObject], "checkBTStatus") = state;
+        [static_cast<BDObject *>([field<NSArray *>(pane, "objects") lastObject]) setNumber:state];
     }
     [pane startSelectedDownloads];
     EXPECT_EQ(locations(), "http://127.0.0.1:9/a.zip");
