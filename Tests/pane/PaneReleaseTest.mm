@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdlib>
 #import <Foundation/NSDebug.h>
+#include <mutex>
 #include <ostream>
 #include <thread>
 #include <utility>
@@ -42,6 +43,16 @@ std::atomic<int> continued = 0;
 std::function<void()> atContinue; ///< what the host does when it is told to go on, on that thread
 std::function<void()> atNotification;
 std::function<void()> atFirstButton; ///< when the pane first tells a button, before it asks for rights
+
+/// Does it the first time. The threads of two packages may come here side by side.
+void doOnce(std::function<void()> &work) {
+    static std::mutex mutex;
+    std::unique_lock lock(mutex);
+    const auto taken = std::exchange(work, nullptr);
+    lock.unlock();
+    if (taken)
+        taken();
+}
 
 using Perform = void (*)(id, SEL, SEL, id, NSTimeInterval);
 Perform originalPerform = nullptr;
@@ -94,8 +105,7 @@ std::string orderName(const testing::TestParamInfo<Order> &info) {
 
 - (void)setIsButton2Enabled:(BOOL)enabled {
     (void)enabled;
-    if (atFirstButton)
-        std::exchange(atFirstButton, nullptr)();
+    doOnce(atFirstButton);
 }
 
 - (void)setIsButton3Enabled:(BOOL)enabled {
@@ -122,8 +132,7 @@ std::string orderName(const testing::TestParamInfo<Order> &info) {
 
 - (void)hear:(NSNotification *)notification {
     (void)notification;
-    if (atNotification)
-        std::exchange(atNotification, nullptr)();
+    doOnce(atNotification);
 }
 
 @end
