@@ -12,10 +12,10 @@ static NSString *lookedUp(id /*pane*/, SEL /*operation*/, NSString *key) {
 static std::vector<std::string> readOut;
 
 /// Stands before the platform's, which has nobody to tell on this machine.
-void NSAccessibilityPostNotificationWithUserInfo(id element, NSString *notification, NSDictionary *information) {
+void NSAccessibilityPostNotificationWithUserInfo(id element, NSString *notification, NSDictionary *userInfo) {
     if ([element isKindOfClass:[NSWindow class]] &&
         [notification isEqual:NSAccessibilityAnnouncementRequestedNotification])
-        readOut.push_back(text([information objectForKey:NSAccessibilityAnnouncementKey]));
+        readOut.push_back(text([userInfo objectForKey:NSAccessibilityAnnouncementKey]));
 }
 
 class StatusLine : public InstallTest {
