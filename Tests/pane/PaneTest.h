@@ -94,6 +94,9 @@ T &field(id object, const char *name) {
 /// Number of open descriptors of this process.
 [[nodiscard]] std::size_t openDescriptors();
 
+/// A press or release of a mouse button, in no window: for the application's queue of events.
+[[nodiscard]] NSEvent *mouseEvent(NSEventType type);
+
 /// A pane in a host of the test's own. The host record holds "Model Observer" (the recording observer) and
 /// "VendorName".
 class PaneTest : public testing::Test {

@@ -281,6 +281,18 @@ std::size_t openDescriptors() {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
 }
 
+NSEvent *mouseEvent(NSEventType type) {
+    return [NSEvent mouseEventWithType:type
+                              location:NSMakePoint(1, 1)
+                         modifierFlags:0
+                             timestamp:0
+                          windowNumber:0
+                               context:nil
+                           eventNumber:0
+                            clickCount:1
+                              pressure:0];
+}
+
 PaneTest::PaneTest() : pool_([[NSAutoreleasePool alloc] init]) {
     observer = [[VantRecordingObserver alloc] init];
     log = [[VantNotificationLog alloc] init];

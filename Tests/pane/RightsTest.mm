@@ -23,22 +23,10 @@ NSString *noteThirdButton(id self, SEL) {
     return @"";
 }
 
-NSEvent *press(NSEventType button) {
-    return [NSEvent mouseEventWithType:button
-                              location:NSMakePoint(1, 1)
-                         modifierFlags:0
-                             timestamp:0
-                          windowNumber:0
-                               context:nil
-                           eventNumber:0
-                            clickCount:1
-                              pressure:0];
-}
-
 /// In place of the prompt: somebody presses both buttons and leaves it unanswered, which is a refusal.
 void pressAndLeave(id, SEL) {
     for (const NSEventType button : {NSLeftMouseDown, NSRightMouseDown})
-        [NSApp postEvent:press(button) atStart:NO];
+        [NSApp postEvent:mouseEvent(button) atStart:NO];
 }
 
 id takenPress(NSUInteger mask) {
@@ -80,7 +68,7 @@ TEST_F(Rights, OfARefusedHandleCannotBeAskedForAgain) {
 
 TEST_F(Rights, ClicksQueuedDuringARefusedPromptAreDiscardedToo) {
     refuse();
-    [NSApp postEvent:press(NSLeftMouseDown) atStart:NO];
+    [NSApp postEvent:mouseEvent(NSLeftMouseDown) atStart:NO];
     EXPECT_FALSE([pane obtainAdministratorRights]);
     EXPECT_EQ(takenPress(NSLeftMouseDownMask), nil);
 }

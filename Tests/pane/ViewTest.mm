@@ -289,20 +289,8 @@ TEST_F(Views, RefusedRightsStartNoDownload) {
 
 TEST_F(Views, ClicksQueuedDuringThePromptAreDiscardedAndOtherEventsKept) {
     createIdlePane();
-    const auto post = [](NSEventType type) {
-        [NSApp postEvent:[NSEvent mouseEventWithType:type
-                                            location:NSMakePoint(1, 1)
-                                       modifierFlags:0
-                                           timestamp:0
-                                        windowNumber:0
-                                             context:nil
-                                         eventNumber:0
-                                          clickCount:1
-                                            pressure:0]
-                 atStart:NO];
-    };
     for (const NSEventType type : {NSLeftMouseDown, NSLeftMouseUp, NSRightMouseDown, NSLeftMouseDown, NSLeftMouseDown})
-        post(type);
+        [NSApp postEvent:mouseEvent(type) atStart:NO];
     EXPECT_TRUE([pane obtainAdministratorRights]);
     const auto take = [](NSUInteger mask) {
         return [NSApp nextEventMatchingMask:mask
