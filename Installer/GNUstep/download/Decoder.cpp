@@ -9,8 +9,32 @@
 namespace vant {
 namespace {
 
-constexpr int gzipOrZlib = 32 + MAX_WBITS;
-constexpr int bareDeflate = -MAX_WBITS;
+constexpr std::string_view gzipMark = "\x1f\x8b";
+
+enum class Wrapping { Gzip, Zlib, Bare };
+
+/// "deflate" means zlib's wrapping, yet half of the servers send the bare stream. The first two bytes tell: no encoder
+/// begins a bare stream as zlib's header does.
+Wrapping wrappingOf(std::string_view head) noexcept {
+    if (head == gzipMark)
+        return Wrapping::Gzip;
+    const auto method = static_cast<unsigned char>(head[0]);
+    const auto flags = static_cast<unsigned char>(head[1]);
+    const bool isZlib = (method & 0x0fU) == Z_DEFLATED && (method * 256U + flags) % 31 == 0;
+    return isZlib ? Wrapping::Zlib : Wrapping::Bare;
+}
+
+constexpr int windowBits(Wrapping wrapping) noexcept {
+    switch (wrapping) {
+    case Wrapping::Gzip:
+        return 16 + MAX_WBITS;
+    case Wrapping::Zlib:
+        return MAX_WBITS;
+    case Wrapping::Bare:
+        return -MAX_WBITS;
+    }
+    return MAX_WBITS;
+}
 
 } // namespace
 
@@ -18,40 +42,49 @@ struct ContentDecoder::Stream {
     z_stream state{};
     std::string input;
     std::array<char, 128UL * 1024> output{};
+    std::optional<Wrapping> wrapping;
     bool drained = true;
-    bool started = false;
     bool ended = false;
+    bool padded = false;
 
-    void rewind() noexcept {
+    /// The first byte waits for the second one.
+    void offer(std::string_view bytes) {
+        if (!wrapping)
+            input += bytes;
+        else
+            input = bytes;
+        drained = input.size() < gzipMark.size() && !wrapping;
         state.next_in = reinterpret_cast<Bytef *>(input.data());
         state.avail_in = static_cast<uInt>(input.size());
     }
 
-    /// Streams may follow one another. What isn't one is padding, which readers of gzip ignore: false.
-    bool beginNext() noexcept {
-        constexpr Bytef firstOfGzip = 0x1f;
-        if (state.avail_in == 0 || *state.next_in != firstOfGzip)
-            return false;
-        inflateReset(&state);
-        ended = false;
-        return true;
-    }
-
-    /// Fills the output buffer; false for damage.
+    /// Fills the output buffer, if there is more to come; false for damage.
     bool step() noexcept {
         state.next_out = reinterpret_cast<Bytef *>(output.data());
         state.avail_out = static_cast<uInt>(output.size());
-        int status = inflate(&state, Z_NO_FLUSH);
-        if (status == Z_DATA_ERROR && !started) {
-            // "deflate" means zlib's wrapping, yet half of the servers send the bare stream.
-            inflateReset2(&state, bareDeflate);
-            rewind();
-            status = inflate(&state, Z_NO_FLUSH);
+        begin();
+        if (ended || padded) {
+            drained = true;
+            return true;
         }
-        started = true;
+        const int status = inflate(&state, Z_NO_FLUSH);
         ended = status == Z_STREAM_END;
         drained = state.avail_in == 0 && state.avail_out > 0;
         return status == Z_OK || status == Z_STREAM_END || status == Z_BUF_ERROR;
+    }
+
+private:
+    /// At the body's first stream, and at one of gzip behind another. What follows otherwise is padding, to the body's
+    /// end, which readers of gzip ignore.
+    void begin() noexcept {
+        if (!wrapping) {
+            wrapping = wrappingOf(std::string_view(input).substr(0, gzipMark.size()));
+            inflateReset2(&state, windowBits(*wrapping));
+        } else if (ended && state.avail_in > 0) {
+            padded = padded || *wrapping != Wrapping::Gzip || static_cast<char>(*state.next_in) != gzipMark[0];
+            ended = padded;
+            inflateReset(&state);
+        }
     }
 };
 
@@ -62,7 +95,7 @@ bool ContentDecoder::isSupported(std::string_view encoding) {
 }
 
 ContentDecoder::ContentDecoder() : stream_(std::make_unique<Stream>()) {
-    inflateInit2(&stream_->state, gzipOrZlib);
+    inflateInit2(&stream_->state, MAX_WBITS);
 }
 
 ContentDecoder::~ContentDecoder() {
@@ -70,9 +103,7 @@ ContentDecoder::~ContentDecoder() {
 }
 
 void ContentDecoder::offer(std::string_view bytes) {
-    stream_->input = bytes;
-    stream_->rewind();
-    stream_->drained = bytes.empty();
+    stream_->offer(bytes);
 }
 
 bool ContentDecoder::isDrained() const noexcept {
@@ -83,17 +114,13 @@ std::optional<std::string_view> ContentDecoder::next() {
     auto &stream = *stream_;
     if (stream.drained)
         return std::string_view{};
-    if (stream.ended && !stream.beginNext()) {
-        stream.drained = true;
-        return std::string_view{};
-    }
     if (!stream.step())
         return std::nullopt;
     return std::string_view(stream.output.data(), stream.output.size() - stream.state.avail_out);
 }
 
 bool ContentDecoder::isComplete() const noexcept {
-    return !stream_->started || stream_->ended;
+    return stream_->ended || (!stream_->wrapping && stream_->input.empty());
 }
 
 } // namespace vant

@@ -47,7 +47,7 @@ bool readable(int descriptor, int milliseconds) {
 
 TEST(UrlDownloadDecoder, ReadsEveryWrappingInPiecesOfAnySize) {
     for (const auto wrapping : {Wrapping::gzip, Wrapping::zlib, Wrapping::none})
-        for (const std::size_t piece : {3UL, 10UL, 1000UL, 1'000'000UL}) {
+        for (const std::size_t piece : {1UL, 2UL, 3UL, 10UL, 1000UL, 1'000'000UL}) {
             ContentDecoder decoder;
             EXPECT_EQ(decoded(packed(sample, wrapping), piece, decoder), sample)
                 << static_cast<int>(wrapping) << " " << piece;
@@ -55,15 +55,29 @@ TEST(UrlDownloadDecoder, ReadsEveryWrappingInPiecesOfAnySize) {
         }
 }
 
-TEST(UrlDownloadDecoder, ReadsGzipByteByByte) {
-    ContentDecoder decoder;
-    EXPECT_EQ(decoded(gzip(sample), 1, decoder), sample);
-}
-
 TEST(UrlDownloadDecoder, ReadsStreamsThatFollowOneAnotherAndSkipsPadding) {
     ContentDecoder decoder;
     EXPECT_EQ(decoded(gzip("one ") + gzip("two") + std::string(10, '\0'), 1000, decoder), "one two");
     EXPECT_TRUE(decoder.isComplete());
+}
+
+// Where a server's bytes are cut must not decide whether what follows a stream begins another.
+TEST(UrlDownloadDecoder, PaddingLastsToTheEndHoweverItIsCut) {
+    for (const auto &padding : {std::string("\0\x1f\x8b\x08", 4), std::string("behind\x1f"), gzip("two").substr(1)})
+        for (const std::size_t piece : {1UL, 2UL, 3UL, 1000UL}) {
+            ContentDecoder decoder;
+            EXPECT_EQ(decoded(gzip("one") + padding, piece, decoder), "one") << piece;
+            EXPECT_TRUE(decoder.isComplete());
+        }
+}
+
+TEST(UrlDownloadDecoder, OnlyGzipIsFollowedByAnotherStream) {
+    for (const auto wrapping : {Wrapping::zlib, Wrapping::none})
+        for (const std::size_t piece : {1UL, 1000UL}) {
+            ContentDecoder decoder;
+            EXPECT_EQ(decoded(packed("one", wrapping) + gzip("two"), piece, decoder), "one") << piece;
+            EXPECT_TRUE(decoder.isComplete());
+        }
 }
 
 TEST(UrlDownloadDecoder, KnowsThatAStreamWasCut) {
