@@ -7,6 +7,50 @@
 
 using namespace vant::test;
 
+/// Outcomes that count how often all of them are looked at.
+@interface VantCountedOutcomes : NSMutableDictionary {
+    NSMutableDictionary *words;
+@public
+    int looks;
+}
+@end
+
+@implementation VantCountedOutcomes
+
+- (id)init {
+    self = [super init];
+    words = [[NSMutableDictionary alloc] init];
+    return self;
+}
+
+- (NSUInteger)count {
+    return [words count];
+}
+
+- (id)objectForKey:(id)name {
+    return [words objectForKey:name];
+}
+
+- (void)setObject:(id)word forKey:(id)name {
+    [words setObject:word forKey:name];
+}
+
+- (void)removeObjectForKey:(id)name {
+    [words removeObjectForKey:name];
+}
+
+- (NSEnumerator *)keyEnumerator {
+    ++looks;
+    return [words keyEnumerator];
+}
+
+- (NSArray *)allValues {
+    ++looks;
+    return [words allValues];
+}
+
+@end
+
 class MediaFlow : public InstallTest {
 protected:
     /// An installer that writes down the path of each package, one a line.
@@ -154,4 +198,19 @@ TEST_F(MediaFlow, AHundredPackagesLeakNoDescriptorAndNoChild) {
     EXPECT_TRUE(waitUntil([&] { return openDescriptors() < before + 10; })) << openDescriptors() << " after " << before;
     siginfo_t child{};
     EXPECT_TRUE(waitUntil([&] { return waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == -1; }));
+}
+
+// Or each package of a long list would cost more than the one before it.
+TEST_F(MediaFlow, OnlyTheEndOfAListLooksAtAllOutcomes) {
+    auto *const counted = [[VantCountedOutcomes alloc] init];
+    field<NSMutableDictionary *>(pane, "mInstalledPackageDict") = counted;
+    addMediaPackages(3);
+    for (NSString *name in @[ @"Package 0.pkg", @"Package 1.pkg" ]) {
+        [counted setObject:@"PIPE END" forKey:name];
+        [pane announceWhatFollowsInFlow:vant::Flow::Media];
+    }
+    EXPECT_EQ(counted->looks, 0);
+    [counted setObject:@"Failed" forKey:@"Package 2.pkg"];
+    [pane announceWhatFollowsInFlow:vant::Flow::Media];
+    EXPECT_EQ([log countOf:@"FindInstallFile3"], 1U);
 }

@@ -11,7 +11,7 @@ struct ChainState {
     int index = 0;            ///< position of the package that ended
     std::size_t outcomes = 0; ///< packages that have an outcome, by file name
     std::size_t packages = 0; ///< packages in the flow's list
-    bool anyFailed = false;   ///< whether any outcome is "Failed"
+    bool anyFailed = false;   ///< whether any outcome is "Failed"; counts only at the end of the list
 };
 
 enum class Announcement { Nothing, NextWebPackage, WebComplete, NextMediaPackage, MediaComplete, MediaFailed };

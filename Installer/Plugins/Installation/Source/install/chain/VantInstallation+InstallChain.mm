@@ -74,13 +74,19 @@ static NSString *notificationName(vant::Announcement announcement) {
                            withObject:record];
 }
 
+/// Looks at every outcome, so that only the end of a list asks.
+- (BOOL)hasAnyPackageFailed {
+    return [[mInstalledPackageDict allValues] containsObject:VantOutcomeWord(vant::InstallOutcome::Failed)];
+}
+
 - (void)announceWhatFollowsInFlow:(vant::Flow)flow {
-    const vant::ChainStep step = vant::stepAfterPackage(
-        flow, {.index = vant::sharedValue(cdInstallIndex),
-               .outcomes = [mInstalledPackageDict count],
-               .packages = [self packageCountInFlow:flow],
-               .anyFailed = [[mInstalledPackageDict allValues]
-                                containsObject:VantOutcomeWord(vant::InstallOutcome::Failed)] == YES});
+    const NSUInteger outcomes = [mInstalledPackageDict count];
+    const NSUInteger packages = [self packageCountInFlow:flow];
+    const vant::ChainStep step =
+        vant::stepAfterPackage(flow, {.index = vant::sharedValue(cdInstallIndex),
+                                      .outcomes = outcomes,
+                                      .packages = packages,
+                                      .anyFailed = outcomes == packages && [self hasAnyPackageFailed]});
     if (step.announcement == vant::Announcement::Nothing)
         return;
     [self trace:@"%@", vant::nsString(step.trace)];
