@@ -1,9 +1,14 @@
 #import "PaneTest.h"
 
+#import "install/chain/VantInstallation+InstallChain.h"
+#import "slides/VantInstallation+SlideRotation.h"
+
 #include "Archives.hpp"
 #include "Footprint.hpp"
 #include "HttpServer.hpp"
 #include <atomic>
+#include <sys/resource.h>
+#include <utility>
 
 using namespace vant::test;
 namespace fs = std::filesystem;
@@ -79,6 +84,93 @@ protected:
     /// Those of the package under way when the process was looked at first.
     static constexpr std::size_t fewDescriptors = 4;
 };
+
+/// What a package costs in a list of some length, in this process.
+struct PackageCost {
+    double milliseconds; ///< of CPU
+    double memory;       ///< KiB
+};
+
+static std::ostream &operator<<(std::ostream &out, const PackageCost &cost) {
+    return out << cost.milliseconds << " ms of CPU and " << cost.memory << " KiB a package";
+}
+
+/// Whole runs with the table in a window.
+class EnduranceInWindow : public Endurance {
+protected:
+    EnduranceInWindow()
+        : window([[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, 620, 420)
+                                             styleMask:NSTitledWindowMask
+                                               backing:NSBackingStoreBuffered
+                                                 defer:NO]),
+          next(counterOf(@"InstallNextCDComponent")), complete(counterOf(@"CDInstallComplete")) {
+        writeSettings(@{});
+    }
+
+    PackageCost costInListOf(int packages) {
+        @autoreleasepool {
+            showPane(packages);
+            const double cpu = milliseconds();
+            const std::size_t memory = footprint().memory;
+            [pane InstallCDComponents:nil];
+            EXPECT_TRUE(waitUntil([&] { return complete->count > 0; }, longest)) << next->count;
+            EXPECT_EQ(next->count, packages) << "the uninstaller comes last";
+            const PackageCost cost = {(milliseconds() - cpu) / packages,
+                                      (static_cast<double>(footprint().memory) - static_cast<double>(memory)) /
+                                          packages};
+            letPaneGo();
+            return cost;
+        }
+    }
+
+private:
+    void showPane(int packages) {
+        NSMutableArray *selection = [NSMutableArray array];
+        for (int i = 0; i < packages; ++i)
+            [selection addObject:entry(@"Print Driver", [NSString stringWithFormat:@"/media/Package %d.pkg", i])];
+        writeMediaSelection(selection);
+        processCounter("cdInstallIndex") = 0;
+        next->count = complete->count = 0;
+        createPane();
+        [NSObject cancelPreviousPerformRequestsWithTarget:pane];
+        [window setContentView:[pane contentView]];
+        [window orderFront:nil];
+        NSTableView *table = field<NSTableView *>(pane, "list1");
+        EXPECT_TRUE(waitUntil([&] { return [table numberOfRows] == packages; }));
+    }
+
+    /// As a host turns its page; a touched slide, so that no timer holds the pane.
+    void letPaneGo() {
+        [pane changeImage:field<NSButton *>(pane, "nextButton")];
+        [window setContentView:[[[NSView alloc] init] autorelease]];
+        [std::exchange(pane, nil) release];
+    }
+
+    static double milliseconds() {
+        rusage used{};
+        getrusage(RUSAGE_SELF, &used);
+        const auto of = [](const timeval &time) {
+            return 1e3 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_usec);
+        };
+        return of(used.ru_utime) + of(used.ru_stime);
+    }
+
+    NSWindow *window;
+    VantNotificationCounter *next;
+    VantNotificationCounter *complete;
+};
+
+TEST_F(EnduranceInWindow, APackageCostsTheSameInAListOfAnyLength) {
+    (void)costInListOf(100); // loads and makes what every run needs
+    const PackageCost shortList = costInListOf(300);
+    const PackageCost longList = costInListOf(3000);
+    std::cout << "300 packages:  " << shortList << "\n3000 packages: " << longList << "\n";
+    // A row that is looked at or drawn anew with every package costs some microseconds, and there are 2,700 more of
+    // them.
+    EXPECT_LE(longList.milliseconds, 1.6 * shortList.milliseconds);
+    // Seen: half a KiB, the outcome that the pane keeps among it.
+    EXPECT_LE(longList.memory, 2);
+}
 
 TEST_F(Endurance, AThousandPackagesLeaveTheProcessAsItWas) {
     NSMutableArray *selection = [NSMutableArray array];
