@@ -87,7 +87,7 @@ static NSString *refusal(const HostSettings &settings, NSString *working) {
     return VantRefusedProfile(settings.media);
 }
 
-NSString *VantWriteSelectionFiles(const HostSettings &settings) {
+static NSString *write(const HostSettings &settings) {
     NSFileManager *files = [NSFileManager defaultManager];
     NSString *working = [NSTemporaryDirectory() stringByAppendingPathComponent:@"Vantrel"];
     [files removeItemAtPath:working error:nullptr];
@@ -108,4 +108,14 @@ NSString *VantWriteSelectionFiles(const HostSettings &settings) {
                        toPath:[working stringByAppendingPathComponent:slides]
                         error:nullptr];
     return nil;
+}
+
+// A selection is read and copied several times over. What that leaves goes before the pane makes its own lists of it,
+// or long ones would lie in memory side by side.
+NSString *VantWriteSelectionFiles(const HostSettings &settings) {
+    NSString *refused = nil;
+    @autoreleasepool {
+        refused = [write(settings) retain];
+    }
+    return [refused autorelease];
 }
