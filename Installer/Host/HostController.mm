@@ -114,8 +114,7 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
         return [self leaveInTime];
     const vant::host::Signs signs = [self signs];
     const NSUInteger packages = [watch packageCount];
-    [window showPackage:vant::host::packageAtWork([watch hasStarted], [recorder marks].size() - 1, packages)
-                     of:packages];
+    [window showPackage:vant::host::packageAtWork([watch hasStarted], [recorder packagesEnded], packages) of:packages];
     const auto reached = vant::host::ending(signs);
     if (!reached)
         [self say:vant::host::noticeOf(signs)];
@@ -127,7 +126,7 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
 - (BOOL)waitsForTools {
     if (reachedTime == nil)
         reachedTime = [[NSDate date] retain];
-    return [tools ended] + 1 < [recorder marks].size() && -[reachedTime timeIntervalSinceNow] < toolPatience;
+    return [tools ended] < [recorder packagesEnded] && -[reachedTime timeIntervalSinceNow] < toolPatience;
 }
 
 - (vant::host::Signs)signs {

@@ -27,4 +27,7 @@
 /// The start, and the end of each package so far. Any thread.
 - (std::vector<vant::host::Mark>)marks;
 
+/// How many packages have ended so far. Any thread.
+- (NSUInteger)packagesEnded;
+
 @end

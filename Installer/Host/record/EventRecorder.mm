@@ -84,6 +84,11 @@ static NSString *subject(NSNotification *notification) {
     return marks;
 }
 
+- (NSUInteger)packagesEnded {
+    const std::lock_guard lock(mutex);
+    return marks.size() - 1;
+}
+
 - (BOOL)packageFailed {
     return packageFailed;
 }
