@@ -34,5 +34,11 @@ void writePropertyList(id list, NSString *name);
 void writeSelection(int count);
 /// A pane that has started as the settings say.
 VantInstallation *createPane(BenchObserver *observer);
+/// A window of its own on the screen for a view.
+NSWindow *windowWith(NSView *content);
+/// A pane on the screen that installs nothing until it is told to.
+VantInstallation *shownPane(BenchObserver *observer);
+/// Handles the application's events until the condition holds; how many turns took longer than a frame.
+int handleEventsUntil(const std::function<bool()> &done);
 
 } // namespace vant::bench

@@ -29,6 +29,8 @@
 
 namespace vant::bench {
 
+static constexpr NSTimeInterval frame = 1.0 / 60;
+
 std::string setting(const char *name) {
     const char *value = std::getenv(name);
     return value == nullptr ? "" : value;
@@ -71,6 +73,42 @@ VantInstallation *createPane(BenchObserver *observer) {
     NSBundle *bundle = [NSBundle bundleWithPath:@VANT_BENCH_BUNDLE];
     NSDictionary *record = @{@"Model Observer" : observer, @"VendorName" : @"Quorvel"};
     return [[[bundle principalClass] alloc] initWithModel:record];
+}
+
+NSWindow *windowWith(NSView *content) {
+    NSWindow *window = [[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, 620, 420)
+                                                   styleMask:NSTitledWindowMask
+                                                     backing:NSBackingStoreBuffered
+                                                       defer:NO];
+    [window setContentView:content];
+    [window makeKeyAndOrderFront:nil];
+    [window display];
+    return window;
+}
+
+VantInstallation *shownPane(BenchObserver *observer) {
+    VantInstallation *pane = createPane(observer);
+    [NSObject cancelPreviousPerformRequestsWithTarget:pane];
+    windowWith([pane contentView]);
+    return pane;
+}
+
+int handleEventsUntil(const std::function<bool()> &done) {
+    int late = 0;
+    while (!done()) {
+        @autoreleasepool {
+            NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                                untilDate:[NSDate dateWithTimeIntervalSinceNow:frame]
+                                                   inMode:NSDefaultRunLoopMode
+                                                  dequeue:YES];
+            const auto start = Clock::now();
+            if (event != nil)
+                [NSApp sendEvent:event];
+            [NSApp updateWindows];
+            late += secondsSince(start) > frame ? 1 : 0;
+        }
+    }
+    return late;
 }
 
 } // namespace vant::bench

@@ -3,7 +3,7 @@
 // and the CPU seconds, without the process's start, and the process's peak memory in KiB.
 #import <Foundation/Foundation.h>
 
-#include "PeakMemory.hpp"
+#include "Memory.hpp"
 #include <chrono>
 #include <cstdio>
 #include <sys/resource.h>

@@ -34,26 +34,6 @@ namespace {
 
 constexpr int slideChanges = 200;
 constexpr int tableRows = 1000;
-constexpr NSTimeInterval frame = 1.0 / 60;
-
-NSWindow *windowWith(NSView *content) {
-    NSWindow *window = [[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, 620, 420)
-                                                   styleMask:NSTitledWindowMask
-                                                     backing:NSBackingStoreBuffered
-                                                       defer:NO];
-    [window setContentView:content];
-    [window makeKeyAndOrderFront:nil];
-    [window display];
-    return window;
-}
-
-/// A pane on the screen that installs nothing until it is told to.
-VantInstallation *shownPane(BenchObserver *observer) {
-    VantInstallation *pane = createPane(observer);
-    [NSObject cancelPreviousPerformRequestsWithTarget:pane];
-    windowWith([pane contentView]);
-    return pane;
-}
 
 double averageSeconds(int times, const std::function<void(int)> &work) {
     const auto start = Clock::now();
@@ -138,25 +118,6 @@ double mainThreadSeconds() {
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-/// Handles the application's events until the condition holds, and counts the turns that take longer than a frame.
-int lateFramesUntil(const std::function<bool()> &done) {
-    int late = 0;
-    while (!done()) {
-        @autoreleasepool {
-            NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
-                                                untilDate:[NSDate dateWithTimeIntervalSinceNow:frame]
-                                                   inMode:NSDefaultRunLoopMode
-                                                  dequeue:YES];
-            const auto start = Clock::now();
-            if (event != nil)
-                [NSApp sendEvent:event];
-            [NSApp updateWindows];
-            late += secondsSince(start) > frame ? 1 : 0;
-        }
-    }
-    return late;
-}
-
 /// One package whose installer says how far it is as often as the settings say: the main thread's share of it.
 void measureChatter() {
     writeSelection(0);
@@ -165,7 +126,7 @@ void measureChatter() {
     const double before = mainThreadSeconds();
     const auto start = Clock::now();
     [pane InstallCDComponents:nil];
-    const int late = lateFramesUntil([&] { return observer->finished.load(); });
+    const int late = handleEventsUntil([&] { return observer->finished.load(); });
     std::printf("busy %.6f seconds %.6f late %d\n", mainThreadSeconds() - before, secondsSince(start), late);
 }
 

@@ -5,7 +5,7 @@
 #import "shell/Notifications.h"
 #import "shell/VantInstallation.h"
 
-#include "PeakMemory.hpp"
+#include "Memory.hpp"
 
 #include <atomic>
 #include <cctype>

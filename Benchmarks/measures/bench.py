@@ -1,6 +1,8 @@
 """What the benchmarks share: folders that a measured process may write to, the process itself, and a clock."""
+import dataclasses
 import os
 import pathlib
+import resource
 import shutil
 import subprocess
 import sys
@@ -70,12 +72,42 @@ class Bench:
             "VANT_INSTALL_ROOT": f"{jail}/root", "VANT_AUTHORIZATION": "grant"}
 
 
-def seconds(*command, **options):
-    """How long a command takes that has to succeed; what it prints is dropped."""
-    start = time.perf_counter()
+@dataclasses.dataclass
+class Spent:
+    """What a command took, its children included."""
+    seconds: float
+    cpu: float  # seconds, too
+
+
+def children_cpu():
+    """The seconds that all children so far have used."""
+    used = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return used.ru_utime + used.ru_stime
+
+
+def spent(*command, **options):
+    """What a command takes that has to succeed; what it prints is dropped."""
+    start, cpu = time.perf_counter(), children_cpu()
     subprocess.run([str(word) for word in command], check=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                    **options)
-    return time.perf_counter() - start
+    return Spent(time.perf_counter() - start, children_cpu() - cpu)
+
+
+def peak_of(command, log, environment):
+    """The peak of the resident memory of a command that has to succeed, in MiB; what it prints goes to a file."""
+    with log.open("w") as out:
+        process = subprocess.Popen([str(word) for word in command], stdin=subprocess.DEVNULL, stdout=out, stderr=out,
+                                   env=environment)
+        _, status, used = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    if process.returncode != 0:
+        raise SystemExit(f"run: {command[0]} ended with status {process.returncode}\n{log.read_text(errors='replace')}")
+    return used.ru_maxrss / 1024
+
+
+def seconds(*command, **options):
+    """How long a command takes that has to succeed; what it prints is dropped."""
+    return spent(*command, **options).seconds
 
 
 def shell(script, *words, **options):
