@@ -1,4 +1,5 @@
 #import <AppKit/AppKit.h>
+#import <GNUstepGUI/GSDisplayServer.h>
 
 #import "GNUstep/authorization/Padlock.h"
 
@@ -13,6 +14,8 @@ constexpr CGFloat panelWidth = 500;
 constexpr CGFloat panelHeight = 186;
 constexpr CGFloat textLeft = 100;
 constexpr CGFloat textWidth = panelWidth - textLeft - 20;
+constexpr NSTimeInterval keyRequestPeriod = 0.2;
+constexpr int mostKeyRequests = 50;
 
 NSString *string(std::string_view text) {
     return [[[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding] autorelease];
@@ -66,6 +69,7 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
     NSConditionLock *answered;
     vant::PromptAnswer answer;
     BOOL modal;
+    int keyRequests;
 }
 /// Main thread: shows the panel and runs it modally until it is answered.
 - (void)runModal;
@@ -119,9 +123,25 @@ NSTextField *label(NSString *text, NSRect frame, NSFont *font) {
     [NSApp activateIgnoringOtherApps:YES];
     [panel makeKeyAndOrderFront:nil];
     [panel makeFirstResponder:[panel initialFirstResponder]];
+    keyRequests = mostKeyRequests;
+    [self requestKeys];
+}
+
+/// A window manager puts the panel on the screen in its own time. Until then it has no keys to be given, and when
+/// another window of the host is put there at the same moment, that one may get them after this has asked.
+- (void)requestKeys {
+    if (keyRequests == 0 || ![panel isKeyWindow])
+        return;
+    --keyRequests;
+    [GSServerForWindow(panel) setinputfocus:(int)[panel windowNumber]];
+    [self performSelector:@selector(requestKeys)
+               withObject:nil
+               afterDelay:keyRequestPeriod
+                  inModes:[NSArray arrayWithObjects:NSDefaultRunLoopMode, NSModalPanelRunLoopMode, nil]];
 }
 
 - (void)close {
+    [NSObject cancelPreviousPerformRequestsWithTarget:self];
     [panel setDelegate:nil];
     [panel orderOut:nil];
 }

@@ -1,11 +1,13 @@
 #import "Pointer.h"
 #include <dispatch/dispatch.h>
+#import <GNUstepGUI/GSDisplayServer.h>
 #include <Security/Authorization.h>
 
 #include "GNUstep/authorization/PanelTexts.hpp"
 
 #include <atomic>
 #include <cstdlib>
+#include <future>
 #include <gtest/gtest.h>
 #include <string>
 #include <thread>
@@ -133,6 +135,32 @@ TEST_F(AuthorizationPanel, FitsItsTextsInEveryLanguage) {
         EXPECT_TRUE(titles.ends_with(std::string(texts.title) + "\n")) << titles;
     }
     [NSUserDefaults setUserLanguages:before];
+}
+
+// As a window of the host does that a slow window manager puts on the screen after the panel.
+TEST_F(AuthorizationPanel, GetsTheKeysBackFromAnotherWindowOfTheHost) {
+    static NSWindow *window = nil;
+    static std::promise<void> taken;
+    window = [[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, 200, 100)
+                                         styleMask:NSTitledWindowMask
+                                           backing:NSBackingStoreBuffered
+                                             defer:NO];
+    [window makeKeyAndOrderFront:nil];
+    ASSERT_TRUE(vant::test::settlesDown(window));
+    std::thread person([] {
+        EXPECT_TRUE(vant::test::isGivenKeys("Administrator Rights"));
+        whileThePanelIsUp([](NSWindow *panel) {
+            (void)panel;
+            [GSServerForWindow(window) setinputfocus:(int)[window windowNumber]];
+            taken.set_value();
+        });
+        taken.get_future().wait();
+        EXPECT_TRUE(vant::test::isGivenKeys("Administrator Rights"));
+        EXPECT_TRUE(xdotool("key Escape"));
+    });
+    EXPECT_EQ(askForRights(), errAuthorizationCanceled);
+    person.join();
+    [window close];
 }
 
 TEST_F(AuthorizationPanel, FocusIsOnTheDefaultButtonAndTabReachesCancel) {
