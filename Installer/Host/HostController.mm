@@ -9,19 +9,10 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <poll.h>
-#include <unistd.h>
 
 static NSString *const vendorName = @"Quorvel";
 static const NSTimeInterval lookInterval = 0.02;
 static const NSTimeInterval toolPatience = 1;
-
-/// True once the other end of standard input has been closed, or at once when nothing is there to be read.
-static bool standardInputEnded(void) {
-    pollfd input = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
-    char byte = 0;
-    return poll(&input, 1, 0) > 0 && read(STDIN_FILENO, &byte, 1) <= 0;
-}
 
 static NSString *textOfNotice(const vant::host::Notice &notice) {
     return VantNoticeTextWithCode([NSString stringWithUTF8String:notice.key.c_str()], notice.code);
@@ -98,10 +89,6 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
     watch = [[PaneWatch alloc] initWithPane:pane timeline:timeline.get()];
     [window showPage:[pane contentView] title:[pane windowTitle]];
     timeline->record("host", std::string("pane shown, valid ") + [[pane isPluginValid] UTF8String]);
-    if (settings.nextSlide > 0)
-        [[pane valueForKey:@"nextButton"] performSelector:@selector(performClick:)
-                                               withObject:self
-                                               afterDelay:settings.nextSlide];
 }
 
 - (void)failToStart:(NSString *)why {
@@ -110,6 +97,8 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
 
 - (void)look {
     [watch look];
+    if (settings.obeys)
+        [self obey];
     if (endTime != nil)
         return [self leaveInTime];
     const vant::host::Signs signs = [self signs];
@@ -120,6 +109,28 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
         [self say:vant::host::noticeOf(signs)];
     else if (![self waitsForTools])
         [self endWith:*reached];
+}
+
+/// What was to be drawn is told of a look after it was asked for: by then the run loop has handled what was under way.
+- (void)obey {
+    if (wantsDrawn)
+        [self draw];
+    wantsDrawn = NO;
+    for (const std::string &order : orders.take()) {
+        wantsDrawn = wantsDrawn || order == "draw";
+        if (order == "next page")
+            [[pane valueForKey:@"nextButton"] performClick:self];
+    }
+}
+
+/// Twice: cells lay out controls as they are drawn.
+- (void)draw {
+    for (NSWindow *each in [NSApp windows]) {
+        [each displayIfNeeded];
+        [each displayIfNeeded];
+        [[each graphicsContext] flushGraphics];
+    }
+    timeline->record("host", "drawn");
 }
 
 /// The output of a package's installer ends before the installer does, and the last one's end is wanted in the summary.
@@ -171,7 +182,7 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
 }
 
 - (void)leaveInTime {
-    if (standardInputEnded() || -[endTime timeIntervalSinceNow] >= settings.linger)
+    if (orders.ended() || -[endTime timeIntervalSinceNow] >= settings.linger)
         [self leave];
 }
 

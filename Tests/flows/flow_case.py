@@ -14,7 +14,9 @@ sys.path.insert(0, str(SOURCE / "Installer" / "Host" / "runner"))
 import camera  # noqa: E402, F401
 import flow  # noqa: E402
 import follow  # noqa: E402
+import holds  # noqa: E402, F401
 import languages  # noqa: E402
+import photographer  # noqa: E402, F401
 import report  # noqa: E402, F401
 import run_folder  # noqa: E402, F401
 

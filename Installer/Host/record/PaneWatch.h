@@ -22,7 +22,7 @@
 /// Neither the pane nor the timeline is owned; both must outlive the watch.
 - (id)initWithPane:(id)watchedPane timeline:(vant::host::Timeline *)runTimeline;
 
-/// Records what has changed since the last look, the slide's title too.
+/// Records what has changed since the last look, the slide's title and the table's rows too.
 - (void)look;
 
 /// The pane's own word on whether it can be used, "YES" or "NO".

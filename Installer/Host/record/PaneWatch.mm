@@ -1,5 +1,6 @@
 #import "PaneWatch.h"
 
+#import "RowCount.h"
 #import "shell/VantInstallation.h"
 
 #include <objc/runtime.h>
@@ -107,6 +108,7 @@ static void becomeWatched(id control, Class watched) {
     for (const auto &[name, bar] : bars)
         [self noteBar:bar];
     [self note:"slide" name:"" value:text([[pane valueForKey:@"productTitle"] stringValue])];
+    [self note:"rows" name:"" value:VantRowCount(pane)];
 }
 
 - (NSString *)isValid {

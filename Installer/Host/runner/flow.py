@@ -13,6 +13,7 @@ import follow
 import run_folder
 from camera import Camera
 from moments import PICTURES, WEB_PICTURES, Moments
+from photographer import Photographer
 from places import Places
 from run_folder import RunError
 
@@ -41,9 +42,9 @@ class Options:
     press: str | None = None          # keys that are pressed once all pictures have been taken
     stay: bool = False                # the window stays open at the end until somebody closes it
     linger: float = LINGER            # seconds after which the host leaves by itself once the run has ended
-    look_after: float = 0             # seconds for which the window is still looked at after the end
     still_after: float | None = None  # seconds of stillness after which the host says so
-    next_slide: float | None = None   # seconds after which the host presses the pane's Next button
+    # Makes a Photographer of a camera and of what tells the host something; its pictures are taken too.
+    photographer: typing.Callable[[Camera, typing.Callable[[str], None]], Photographer] | None = None
     prepared: typing.Callable[[Places], None] = lambda places: None  # last hand on the folders, before the host starts
 
 
@@ -86,9 +87,9 @@ def run_in(folder, options, progress):
 
 
 def host_arguments(options, places):
-    slide = ["-NextSlideAfter", str(options.next_slide)] if options.next_slide else []
     still = ["-StillAfter", str(options.still_after)] if options.still_after else []
-    return [str(places.app / "VantHost"), *slide, *still, "-Flow", options.flow, "-Output", str(places.out),
+    obey = ["-Obey", "YES"] if options.photographer else []
+    return [str(places.app / "VantHost"), *obey, *still, "-Flow", options.flow, "-Output", str(places.out),
             "-Bundle", str(options.build.resolve() / "VantInstallation.bundle"),
             "-Language", options.language, "-Debug", "YES" if options.debug else "NO",
             "-TimeOut", str(options.timeout), "-Linger", str(options.linger)]
@@ -114,7 +115,8 @@ def run_host(options, places, arguments, progress):
     if options.authorize != "ask":
         environment["VANT_AUTHORIZATION"] = options.authorize
     with (places.out / "host.log").open("w") as log:
-        host = subprocess.Popen(arguments, env=environment, cwd=places.home, stdin=subprocess.PIPE, stdout=log, stderr=log)
+        host = subprocess.Popen(arguments, env=environment, cwd=places.home, bufsize=0,
+                                stdin=subprocess.PIPE, stdout=log, stderr=log)
         places.folder.begun()
         try:
             watch(host, options, places, progress)
@@ -133,22 +135,37 @@ def watch(host, options, places, progress):
     followed until the host is gone."""
     tail = follow.Tail(places.out / "timeline.txt")
     camera = Camera(places.folder)
+    photographer = (options.photographer or no_photographer)(camera, lambda text: order(host, text))
     moments = Moments()
     deadline = time.monotonic() + options.timeout + GRACE
-    while host.poll() is None and (options.stay or not moments.over(options.look_after)):
+    while host.poll() is None and (options.stay or photographer.busy or not moments.ended):
         moments.ended = moments.ended or (places.out / "summary.json").exists() or time.monotonic() > deadline
-        for event in [*tail.look(), None]:
+        events = tail.look()
+        for event in [*events, None]:
             if event:
                 moments.take(event)
                 progress.take(event)
             for name, due in options.pictures.items():
                 if due(moments, event):
                     camera.take(name)
+        photographer.look(events)
         if options.press and camera.taken == set(options.pictures):
             camera.press(options.press)
         progress.show()
         time.sleep(0.05)
     progress.finish()
+    if photographer.busy:
+        raise photographer.missed(f"the host has gone, with status {host.poll()}")
+
+
+def no_photographer(camera, _order):
+    return Photographer([], [], camera, None)
+
+
+def order(host, text):
+    """Tells the host something; one that has just gone hears nothing."""
+    with contextlib.suppress(BrokenPipeError):
+        host.stdin.write(f"{text}\n".encode())
 
 
 def result(status, places):

@@ -1,8 +1,6 @@
 """When pictures of a run are due."""
 import time
 
-import camera
-
 FIRST_LOOK = 0.6  # seconds after something was shown: the window manager has drawn the window by then
 
 
@@ -10,23 +8,9 @@ class Moments:
     """When a picture is due: asked with every event of the timeline, and with None between them."""
 
     def __init__(self):
-        self.started_at = time.monotonic()
         self.shown_at = None
         self.noticed_at = None
-        self._ended_at = None
-
-    @property
-    def ended(self):
-        return self._ended_at is not None
-
-    @ended.setter
-    def ended(self, ended):
-        if ended and not self.ended:
-            self._ended_at = time.monotonic()
-
-    def over(self, seconds):
-        """The run has ended so long ago."""
-        return self.ended and time.monotonic() - self._ended_at >= seconds
+        self.ended = False
 
     def take(self, event):
         if event.text.startswith("pane shown"):
@@ -41,14 +25,6 @@ class Moments:
     def noticed(self, _event):
         """The host has been saying something for a while."""
         return self.noticed_at is not None and time.monotonic() - self.noticed_at >= FIRST_LOOK
-
-    def asking_again(self, event):
-        """A package was to start, and its rights have run out: the window is as it was, behind a prompt."""
-        return self.settled(event, seconds=5)
-
-    def prompting(self, _event):
-        """The host has been waiting for the administrator for a while: its prompt lies over its window."""
-        return self.shown_at is None and time.monotonic() - self.started_at >= 2 and len(camera.windows()) > 1
 
     def downloading(self, event):
         return bar_value(event, "download") >= 2

@@ -14,7 +14,7 @@ struct HostSettings {
     NSTimeInterval timeOut;    ///< -TimeOut: longest run in seconds, default 600
     NSTimeInterval linger;     ///< -Linger: longest stay after the end, in seconds; closing standard input ends it
     NSTimeInterval stillAfter; ///< -StillAfter: after how long without a change the host says so, default 60
-    NSTimeInterval nextSlide;  ///< -NextSlideAfter: when the host presses the pane's Next button, in seconds; 0: never
+    bool obeys;                ///< -Obey YES: lines on standard input are orders, see HostController
     bool debug;                ///< -Debug YES: trace log on
 };
 

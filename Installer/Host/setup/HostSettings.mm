@@ -33,7 +33,7 @@ HostSettings VantHostSettings(void) {
         .timeOut = secondsForKey(@"TimeOut", 600),
         .linger = secondsForKey(@"Linger", 1),
         .stillAfter = secondsForKey(@"StillAfter", 60),
-        .nextSlide = secondsForKey(@"NextSlideAfter", 0),
+        .obeys = [defaults boolForKey:@"Obey"] != NO,
         .debug = [defaults boolForKey:@"Debug"] != NO,
     };
 }
