@@ -1,10 +1,10 @@
 #include "GNUstep/download/Curl.hpp"
 
 #include "GNUstep/download/Address.hpp"
+#include "GNUstep/download/platform/OpenDescriptors.hpp"
 
 #include <cstdlib>
 #include <string>
-#include <sys/socket.h>
 
 namespace vant {
 namespace {
@@ -15,7 +15,7 @@ constexpr long bufferSize = 512L * 1024;
 constexpr long connectSeconds = 24L * 60 * 60;
 
 curl_socket_t openSocket(void * /*context*/, curlsocktype /*purpose*/, curl_sockaddr *address) {
-    return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+    return makeSocket(address->family, address->socktype, address->protocol);
 }
 
 bool isOneLine(std::string_view text) {

@@ -140,14 +140,13 @@ bool DownloadEngine::serveSockets(Clock::time_point end) {
     const auto events = poller_.ready();
     // All downloads with something to read count as active before time is spent on any of them.
     for (const auto &event : events)
-        noteActivity(event.data.fd);
+        noteActivity(event.socket);
     for (const auto &event : events) {
         if (Clock::now() >= end)
             break;
         startSlice();
-        socketAction(event.data.fd, ((event.events & (EPOLLIN | EPOLLHUP)) != 0 ? CURL_CSELECT_IN : 0) |
-                                        ((event.events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0) |
-                                        ((event.events & EPOLLERR) != 0 ? CURL_CSELECT_ERR : 0));
+        socketAction(event.socket, (event.reading ? CURL_CSELECT_IN : 0) | (event.writing ? CURL_CSELECT_OUT : 0) |
+                                       (event.failed ? CURL_CSELECT_ERR : 0));
     }
     return !events.empty();
 }
@@ -230,7 +229,7 @@ void DownloadEngine::watch(CURL *easy, curl_socket_t socket, int what) {
     }
     // The socket pairs of the library's resolver are created without close-on-exec.
     ::fcntl(socket, F_SETFD, FD_CLOEXEC);
-    poller_.watch(socket, ((what & CURL_POLL_IN) != 0 ? EPOLLIN : 0U) | ((what & CURL_POLL_OUT) != 0 ? EPOLLOUT : 0U));
+    poller_.watch({.socket = socket, .reading = (what & CURL_POLL_IN) != 0, .writing = (what & CURL_POLL_OUT) != 0});
     sockets_[socket] = CurlSource::transferForHandle(easy)->weak_from_this();
 }
 

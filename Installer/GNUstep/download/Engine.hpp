@@ -10,8 +10,8 @@
 
 namespace vant {
 
-/// Runs any number of downloads on one thread. It never waits: whoever owns it watches `descriptor`, and calls
-/// `perform` when that is readable. All of its operations belong to the thread that made it.
+/// Runs any number of downloads on one thread. Whoever owns it watches `descriptor`, or waits by `wait`, and calls
+/// `perform` when there is work; nothing but `wait` waits. All of its operations belong to the thread that made it.
 class DownloadEngine {
 public:
     DownloadEngine() = default;
@@ -21,6 +21,9 @@ public:
 
     /// Readable when there is work; one descriptor for all downloads, sockets and timers. Close-on-exec.
     [[nodiscard]] int descriptor() const noexcept { return poller_.descriptor(); }
+
+    /// Until there is work, a signal comes, or this much time has passed.
+    void wait(std::chrono::milliseconds most) noexcept { poller_.wait(most); }
 
     /// True while a download is neither finished, failed nor cancelled.
     [[nodiscard]] bool busy() const noexcept { return !transfers_.empty(); }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 
 namespace vant {
 
@@ -41,8 +42,8 @@ public:
 
 private:
     int descriptor_ = -1;
-    unsigned long long device_ = 0;
-    unsigned long long inode_ = 0;
+    dev_t device_ = 0;
+    ino_t inode_ = 0;
     std::string path_;
 };
 

@@ -26,7 +26,10 @@ DownloadError LocalSource::open() {
         return errorForReading(errno);
     if (!S_ISREG(file.st_mode))
         return S_ISDIR(file.st_mode) ? DownloadError::fileIsFolder : DownloadError::fileDoesNotExist;
-    transfer_.receiveResponse({.address = transfer_.request().address, .expectedLength = file.st_size});
+    DownloadResponse response;
+    response.address = transfer_.request().address;
+    response.expectedLength = file.st_size;
+    transfer_.receiveResponse(std::move(response));
     return DownloadError::none;
 }
 

@@ -1,5 +1,7 @@
 #include "GNUstep/download/Multi.hpp"
 
+#include "GNUstep/download/platform/OpenDescriptors.hpp"
+
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -11,7 +13,7 @@ namespace {
 
 std::set<int> openDescriptors() {
     std::set<int> numbers;
-    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd"))
+    for (const auto &entry : std::filesystem::directory_iterator(descriptorFolder))
         numbers.insert(std::atoi(entry.path().filename().c_str()));
     // The listing includes the descriptor that it was read by, which is closed by now.
     std::erase_if(numbers, [](int number) { return ::fcntl(number, F_GETFD) < 0; });

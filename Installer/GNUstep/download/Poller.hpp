@@ -1,31 +1,32 @@
 #pragma once
+#include "GNUstep/download/platform/EventQueue.hpp"
 #include "GNUstep/download/Slice.hpp"
 
 #include <array>
-#include <cstdint>
 #include <span>
-#include <sys/epoll.h>
 
 namespace vant {
 
 /// Any number of sockets and one alarm behind a single descriptor, which is readable when one of them is ready. It
-/// never waits. Its descriptors are closed on exec.
+/// waits in `wait` alone. Its descriptors are closed on exec.
 class DownloadPoller {
 public:
-    DownloadPoller();
+    DownloadPoller() = default;
     DownloadPoller(const DownloadPoller &) = delete;
     DownloadPoller &operator=(const DownloadPoller &) = delete;
-    ~DownloadPoller();
 
-    [[nodiscard]] int descriptor() const noexcept { return poller_; }
+    [[nodiscard]] int descriptor() const noexcept { return queue_.descriptor(); }
 
-    /// Watches a socket for `events` (EPOLLIN, EPOLLOUT), which replace those watched before.
-    void watch(int socket, std::uint32_t events) noexcept;
+    /// Until one of them is ready, a signal comes, or this much time has passed.
+    void wait(std::chrono::milliseconds most) noexcept { queue_.wait(most); }
+
+    /// Watches a socket for these events, which replace those watched before.
+    void watch(const SocketEvents &wanted) noexcept { queue_.watch(wanted); }
     /// Stops watching a socket.
-    void forget(int socket) noexcept;
+    void forget(int socket) noexcept { queue_.forget(socket); }
 
     /// The sockets that are ready now. Valid until the next call.
-    [[nodiscard]] std::span<const epoll_event> ready() noexcept;
+    [[nodiscard]] std::span<const SocketEvents> ready() noexcept;
     /// True when the last result of `ready` may have left some out.
     [[nodiscard]] bool hasMore() const noexcept { return hasMore_; }
 
@@ -35,11 +36,10 @@ public:
     Clock::duration takeAlarm(Clock::time_point now) noexcept;
 
 private:
-    int poller_;
-    int timer_;
+    EventQueue queue_;
     bool hasMore_ = false;
     Clock::time_point alarm_ = Clock::time_point::max();
-    std::array<epoll_event, 256> events_{};
+    std::array<SocketEvents, 256> events_{};
 };
 
 } // namespace vant

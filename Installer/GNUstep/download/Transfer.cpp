@@ -71,8 +71,11 @@ void Transfer::finishSource(DownloadError error) {
 }
 
 void Transfer::finishBody() {
-    if (error_ == DownloadError::none && response_.address != request_.address)
-        receiveResponse({.address = request_.address});
+    if (error_ == DownloadError::none && response_.address != request_.address) {
+        DownloadResponse response;
+        response.address = request_.address;
+        receiveResponse(std::move(response));
+    }
     reject(body_.checkEnd());
     // A redirect without a body ends before it was delivered: the listener's answer decides what happens next.
     if (error_ == DownloadError::none && stage_.redirectPending)

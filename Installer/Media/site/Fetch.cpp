@@ -4,8 +4,6 @@
 #include "GNUstep/download/Engine.hpp"
 #include "read/Interruption.hpp"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <memory>
 #include <numeric>
@@ -14,7 +12,7 @@ namespace vant::media {
 namespace {
 
 constexpr std::size_t mostAtATime = 8;
-constexpr int lookMilliseconds = 100;
+constexpr std::chrono::milliseconds betweenLooks{100};
 constexpr double leastBytesASecond = 1000;
 constexpr int firstSuccess = 200;
 constexpr int firstRedirect = 300;
@@ -71,8 +69,7 @@ public:
 
     std::vector<Fetched> run(const FetchProgress &progress) {
         while (start()) {
-            pollfd work{.fd = engine_.descriptor(), .events = POLLIN, .revents = 0};
-            ::poll(&work, 1, lookMilliseconds);
+            engine_.wait(betweenLooks);
             throwIfInterrupted();
             engine_.perform();
             for (Running &running : running_)

@@ -69,7 +69,7 @@ std::string fetchSelection(Site &site, const Visit &visit) {
     std::string file = std::string(visit.folder).append("/").append(siteSelection);
     const FetchOrder order{host::absoluteLocation(siteSelection, site.address), file};
     FetchLimits limits = visit.limits;
-    limits.largest = std::min(limits.largest, largestList);
+    limits.largest = std::min<std::uint64_t>(limits.largest, largestList);
     site.selection = fetch({&order, 1}, limits, [](std::size_t, std::uint64_t) {}).front();
     site.isSelectionFetched = true;
     return file;
