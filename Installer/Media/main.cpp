@@ -1,5 +1,6 @@
 // vantmedia: what the pane would do with a media folder, and what is wrong with it.
 #include "Look.hpp"
+#include "platform/Places.hpp"
 #include "report/Json.hpp"
 #include "report/Options.hpp"
 #include "report/Text.hpp"
@@ -8,12 +9,10 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <stdexcept>
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace vant::media;
 
 constexpr int usageStatus = 2;
@@ -22,11 +21,6 @@ void print(const std::string &text) {
     std::fwrite(text.data(), 1, text.size(), stdout);
     // At once, or a child process would have it to print, too.
     std::fflush(stdout);
-}
-
-fs::path programFolder() {
-    std::error_code problem;
-    return fs::read_symlink("/proc/self/exe", problem).parent_path();
 }
 
 bool isColourWanted() {
@@ -53,13 +47,13 @@ int run(Options options) {
         return 0;
     }
     if (options.request.tables.empty())
-        options.request.tables = programFolder() / "VantInstallation.bundle" / "Resources";
+        options.request.tables = tablesBeside(programFolder());
     std::vector<Report> reports;
     std::vector<Findings> findings;
     if (options.media.empty())
         options.media = {""};
     for (const std::string &media : options.media) {
-        reports.push_back(look(options, media, programFolder() / "tools"));
+        reports.push_back(look(options, media, toolsFor(programFolder())));
         findings.push_back(reports.back().findings);
         if (!options.isJson)
             printText(options, reports.back());

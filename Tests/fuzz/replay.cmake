@@ -8,7 +8,7 @@ list(TRANSFORM targets APPEND .cpp)
 add_executable(VantFuzzSeedTests ReplayTest.cpp ${targets})
 target_compile_definitions(VantFuzzSeedTests PRIVATE
     VANT_SEEDS="${CMAKE_BINARY_DIR}/seeds" VANT_FORMS="${CMAKE_BINARY_DIR}/forms")
-target_link_libraries(VantFuzzSeedTests PRIVATE VantRules VantPackage VantDownloadEngine GTest::gtest_main)
+target_link_libraries(VantFuzzSeedTests PRIVATE VantRules VantPackages VantExpansion VantDownloadEngine GTest::gtest_main)
 vant_warnings(VantFuzzSeedTests)
 add_dependencies(VantFuzzSeedTests FuzzSeeds ArchiveForms)
 gtest_discover_tests(VantFuzzSeedTests PROPERTIES LABELS tools TIMEOUT 120)

@@ -1,14 +1,16 @@
 # Fuzz targets for the readers of `ditto` and `installer`. The readers are compiled once more, so that the fuzzer sees
 # their branches. Every target begins with the archives that Tests/tools/make-forms makes by public tools.
-get_target_property(expansion VantExpansion SOURCES)
-get_target_property(package VantPackage SOURCES)
-set(readers ${expansion} ${package})
+set(readers)
+foreach(part VantArchives VantPackages VantExpansion VantPackageInstallation)
+    get_target_property(sources ${part} SOURCES)
+    list(APPEND readers ${sources})
+endforeach()
 list(TRANSFORM readers PREPEND ${PROJECT_SOURCE_DIR}/Installer/GNUstep/tools/)
 find_package(EXPAT REQUIRED)
 find_package(ZLIB REQUIRED)
 add_library(VantFuzzedReaders STATIC ${readers})
 target_compile_options(VantFuzzedReaders PRIVATE -fsanitize=fuzzer-no-link)
-target_include_directories(VantFuzzedReaders PUBLIC $<TARGET_PROPERTY:VantExpansion,INTERFACE_INCLUDE_DIRECTORIES>)
+target_include_directories(VantFuzzedReaders PUBLIC $<TARGET_PROPERTY:VantArchives,INTERFACE_INCLUDE_DIRECTORIES>)
 target_link_libraries(VantFuzzedReaders PUBLIC
     PkgConfig::LIBARCHIVE PkgConfig::LZMA PkgConfig::PLIST PkgConfig::DUKTAPE EXPAT::EXPAT ZLIB::ZLIB)
 vant_warnings(VantFuzzedReaders)

@@ -2,12 +2,12 @@
 
 #include "GNUstep/tools/archive/ArchiveReader.hpp"
 #include "GNUstep/tools/archive/ExpansionError.hpp"
+#include "GNUstep/tools/archive/NameEncoding.hpp"
 #include "GNUstep/tools/archive/PlainBytes.hpp"
 #include "GNUstep/tools/archive/ZipReader.hpp"
 #include "GNUstep/tools/tree/EntryPath.hpp"
 
 #include <algorithm>
-#include <clocale>
 #include <cstdlib>
 #include <filesystem>
 #include <new>
@@ -93,8 +93,8 @@ void listCpio(const std::string &path, Listing &listing, const Alive &alive) {
 }
 
 std::string listArchive(const std::string &path, bool isZip, const Alive &alive) {
-    // Names in archives are UTF-8; the child has the setting to itself.
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    // The child has the setting to itself.
+    tools::useUTF8Names();
     std::error_code problem;
     Listing listing(fs::file_size(path, problem));
     std::string fault;

@@ -1,6 +1,7 @@
 #include "read/Interruption.hpp"
 
 #include <csignal>
+#include <initializer_list>
 #include <stdexcept>
 
 namespace vant::media {

@@ -165,7 +165,11 @@ std::optional<std::string> readText(const std::string &path) {
     if (accessFault(path, largestList) != ListFault::None)
         return std::nullopt;
     @autoreleasepool {
+        // As the pane reads it.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
         return optionalUTF8([NSString stringWithContentsOfFile:nsString(path)]);
+#pragma clang diagnostic pop
     }
 }
 

@@ -2,13 +2,13 @@
 
 #include "GNUstep/tools/archive/ArchiveReader.hpp"
 #include "GNUstep/tools/archive/ExpansionError.hpp"
+#include "GNUstep/tools/archive/NameEncoding.hpp"
 #include "GNUstep/tools/archive/PlainBytes.hpp"
 #include "GNUstep/tools/package/Package.hpp"
 #include "read/Apart.hpp"
 
 #include <unistd.h>
 
-#include <clocale>
 #include <filesystem>
 #include <new>
 #include <optional>
@@ -55,8 +55,8 @@ private:
 };
 
 std::string faultOfPackage(const std::string &path, const Alive &alive) {
-    // Names in archives are UTF-8; the child has the setting to itself.
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    // The child has the setting to itself.
+    tools::useUTF8Names();
     try {
         Reading reading(alive);
         tools::forEachPart(tools::openPackage(path),

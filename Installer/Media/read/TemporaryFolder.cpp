@@ -1,5 +1,7 @@
 #include "read/TemporaryFolder.hpp"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>

@@ -100,7 +100,10 @@ bool ArchiveReader::next(Entry &entry) {
     if (result == ARCHIVE_EOF)
         return false;
     check(result, "the archive is damaged");
-    entry = {.path = nameOf(found), .kind = kindOf(found), .mode = archive_entry_perm(found)};
+    entry = {};
+    entry.path = nameOf(found);
+    entry.kind = kindOf(found);
+    entry.mode = archive_entry_perm(found);
     if (archive_entry_mtime_is_set(found) != 0)
         entry.modified = {.tv_sec = archive_entry_mtime(found), .tv_nsec = archive_entry_mtime_nsec(found)};
     entry.size = static_cast<std::uint64_t>(std::max<la_int64_t>(archive_entry_size(found), 0));

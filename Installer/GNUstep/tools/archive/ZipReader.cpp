@@ -73,7 +73,10 @@ bool ZipReader::next(Entry &entry) {
     if (!directory_.next(record_))
         return false;
     openEntry();
-    entry = {.path = record_.name, .kind = kind(), .modified = std::timespec{.tv_sec = record_.modified, .tv_nsec = 0}};
+    entry = {};
+    entry.path = record_.name;
+    entry.kind = kind();
+    entry.modified = std::timespec{.tv_sec = record_.modified, .tv_nsec = 0};
     entry.mode = modeFrom(record_, entry.kind);
     entry.size = record_.size;
     if (entry.kind == Entry::Kind::Link)

@@ -70,7 +70,9 @@ Package openBundlePackage(const std::string &path) {
     auto archive = contents / "Archive.pax.gz";
     if (!fs::exists(archive))
         archive = contents / "Archive.pax";
-    Component component{.name = fs::path(path).filename(), .payload = archive};
+    Component component;
+    component.name = fs::path(path).filename();
+    component.payload = archive;
     static_cast<void>(openRegularFile(archive, component.size));
     const auto list = propertyListIn(contents / "Info.plist");
     component.installLocation = stringIn(list, "IFPkgFlagDefaultLocation", "/");

@@ -60,7 +60,8 @@ Component componentIn(const Contents &contents, const std::string &folder) {
     if (text == contents.texts.end())
         throw ExpansionError("the package lacks \"" + folder + "PackageInfo\"");
     const auto info = readPackageInfo(text->second);
-    Component component{.installLocation = info.installLocation};
+    Component component;
+    component.installLocation = info.installLocation;
     if (const auto payload = contents.sizes.find(folder + "Payload"); payload != contents.sizes.end()) {
         component.payload = payload->first;
         component.size = payload->second;
@@ -94,7 +95,7 @@ void addSelected(const Distribution &distribution, const Contents &contents, Pac
 
 Package openFlatPackage(const std::string &path) {
     const auto contents = contentsOf(path);
-    Package package{.form = Package::Form::Flat, .path = path, .title = fs::path(path).stem()};
+    Package package{.form = Package::Form::Flat, .path = path, .title = fs::path(path).stem(), .components = {}};
     const auto text = contents.texts.find("Distribution");
     if (text == contents.texts.end()) {
         package.components.push_back(componentIn(contents, ""));

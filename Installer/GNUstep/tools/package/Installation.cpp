@@ -3,6 +3,7 @@
 #include "GNUstep/tools/archive/ArchiveReader.hpp"
 #include "GNUstep/tools/archive/ExpansionError.hpp"
 #include "GNUstep/tools/archive/PlainBytes.hpp"
+#include "GNUstep/tools/platform/WorkerLimits.hpp"
 #include "GNUstep/tools/process/Worker.hpp"
 #include "GNUstep/tools/tree/Expansion.hpp"
 #include "GNUstep/tools/tree/Merge.hpp"

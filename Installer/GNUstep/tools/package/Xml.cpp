@@ -80,7 +80,8 @@ XmlElement parseXml(std::string_view source) {
     const std::unique_ptr<std::remove_pointer_t<XML_Parser>, Freed> parser(XML_ParserCreate(nullptr));
     if (!parser)
         throw std::bad_alloc();
-    Document document{.parser = parser.get()};
+    Document document;
+    document.parser = parser.get();
     XML_SetUserData(parser.get(), &document);
     XML_SetElementHandler(parser.get(), begin, end);
     XML_SetCharacterDataHandler(parser.get(), text);

@@ -1,7 +1,8 @@
 #pragma once
+#include "GNUstep/tools/archive/NameEncoding.hpp"
+
 #include <sys/stat.h>
 
-#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <optional>
@@ -21,8 +22,7 @@ int toolMain(int count, char **arguments, const char *usage, std::optional<Reque
     }
     // A reader that closes its end must not leave the work half done.
     std::signal(SIGPIPE, SIG_IGN);
-    // Names in archives are UTF-8 whatever the language.
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    useUTF8Names();
     ::umask(S_IWGRP | S_IWOTH);
     return run(*request);
 }

@@ -1,7 +1,7 @@
 #include "GNUstep/tools/process/Worker.hpp"
 
-#include <sys/prctl.h>
-#include <sys/resource.h>
+#include "GNUstep/tools/platform/WorkerLimits.hpp"
+
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,7 +9,6 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
-#include <fstream>
 #include <new>
 
 namespace vant::tools {
@@ -17,13 +16,17 @@ namespace vant::tools {
 namespace {
 
 /// What a worker may allocate; with the libraries' own pages it stays below 64 MB.
-constexpr rlim_t memoryLimit = rlim_t{48} << 20;
+constexpr std::size_t memoryLimit = std::size_t{48} << 20;
 constexpr int watchSeconds = 5;
 
 /// Exit statuses that no library uses by itself.
 enum Status { doneStatus = 40, failedStatus, stuckStatus, outOfMemoryStatus };
 
 constexpr std::array requestsToEnd{SIGTERM, SIGINT, SIGHUP};
+
+/// To be told of a child's end at all: a signal that is ignored, as this one is by default, is dropped on macOS even
+/// while it is blocked. And children of a process that was started with it ignored would end unseen.
+void hear(int /*signal*/) {}
 
 sigset_t setOf(bool withChild) {
     sigset_t signals;
@@ -35,29 +38,8 @@ sigset_t setOf(bool withChild) {
     return signals;
 }
 
-/// Bytes of data that this process has already; an instrumented build has more than any limit.
-rlim_t dataSize() {
-    std::ifstream file("/proc/self/statm");
-    std::array<rlim_t, 6> pages{};
-    for (auto &number : pages)
-        file >> number;
-    return pages.back() * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
-}
-
-void limitMemory() {
-    rlimit limit{};
-    ::getrlimit(RLIMIT_DATA, &limit);
-    if (dataSize() >= memoryLimit)
-        return;
-    limit.rlim_cur = std::min(memoryLimit, limit.rlim_max);
-    ::setrlimit(RLIMIT_DATA, &limit);
-}
-
 [[noreturn]] void doWork(const std::function<bool(const Watchdog &)> &work, pid_t parent) {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != parent)
-        ::_exit(failedStatus);
-    limitMemory();
+    holdTo({.parent = parent, .memory = memoryLimit, .outOfMemoryStatus = outOfMemoryStatus});
     int status = failedStatus;
     try {
         const Watchdog watchdog(watchSeconds, stuckStatus);
@@ -106,17 +88,19 @@ WorkEnd waitFor(pid_t child, const sigset_t &signals) {
 WorkEnd inWorker(const std::function<bool(const Watchdog &)> &work) {
     const auto signals = setOf(true);
     sigset_t before;
-    std::signal(SIGCHLD, SIG_DFL); // ignored by whoever started this, children would end unseen
+    std::signal(SIGCHLD, hear);
     ::sigprocmask(SIG_BLOCK, &signals, &before);
     const pid_t parent = ::getpid();
     const pid_t child = ::fork();
     if (child == 0) {
         for (const int number : requestsToEnd)
             std::signal(number, SIG_DFL);
+        std::signal(SIGCHLD, SIG_DFL);
         ::sigprocmask(SIG_SETMASK, &before, nullptr);
         doWork(work, parent);
     }
     const auto end = child < 0 ? WorkEnd::OutOfMemory : waitFor(child, signals);
+    std::signal(SIGCHLD, SIG_DFL);
     ::sigprocmask(SIG_SETMASK, &before, nullptr);
     return end;
 }
@@ -134,13 +118,6 @@ std::string_view sentenceFor(WorkEnd end) {
     default:
         return "";
     }
-}
-
-void liftMemoryLimit() {
-    rlimit limit{};
-    ::getrlimit(RLIMIT_DATA, &limit);
-    limit.rlim_cur = limit.rlim_max;
-    ::setrlimit(RLIMIT_DATA, &limit);
 }
 
 Uninterrupted::Uninterrupted() {

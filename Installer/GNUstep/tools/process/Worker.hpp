@@ -24,9 +24,6 @@ enum class WorkEnd {
 /// A sentence without its full stop for an end that the work couldn't tell of itself.
 [[nodiscard]] std::string_view sentenceFor(WorkEnd end);
 
-/// Lifts the worker's memory limit once no foreign bytes are read any more.
-void liftMemoryLimit();
-
 /// Defers requests to end while it exists, for work that must not stop half way.
 class Uninterrupted {
 public:
