@@ -1,4 +1,4 @@
-"""The macOS bundle, and the host beside it, as LLVM's tools tell of them. VANT_MACOS_BUILD names the build folder that
+"""The macOS bundle, and the programs beside it, as LLVM's tools tell of them. VANT_MACOS_BUILD names the build folder that
 they lie in."""
 
 import os
@@ -15,8 +15,9 @@ BINARY = CONTENTS / "MacOS/VantInstallation"
 SLICES = {"arm64": "11.0", "x86_64": "10.13"}
 HOST_CONTENTS = BUILD / "VantHost.app/Contents"
 HOST = HOST_CONTENTS / "MacOS/VantHost"
-# The standard library's file system, which the host uses and the pane does not, came with macOS 10.15.
-HOST_SLICES = {"arm64": "11.0", "x86_64": "10.15"}
+MEDIA = BUILD / "vantmedia"
+# The standard library's file system, which the programs use and the pane does not, came with macOS 10.15.
+PROGRAM_SLICES = {"arm64": "11.0", "x86_64": "10.15"}
 
 
 @cache
@@ -70,8 +71,8 @@ methods = cache(Methods)
 
 def stub(library):
     """The symbols that a library's stub offers, as a binary names them."""
-    path = next(BUILD.parent.glob(f"macos-sysroot/**/{library}.tbd"))
-    text = path.read_text()
+    texts = (path.read_text() for path in BUILD.parent.glob("macos-sysroot/**/*.tbd"))
+    text = next(text for text in texts if re.search(rf"^install-name: '.*/{re.escape(library)}(\.[^/]*)?'$", text, re.MULTILINE))
 
     def block(key):
         names = re.search(rf"{key}: \[ (.*?) \]", text)
@@ -89,9 +90,8 @@ def listed(name):
     return {f"_{line.split()[0]}" for line in lines if line and not line.startswith("#")}
 
 
-def offered(library, *, host=False):
-    """What the pane, or the host, may take of a library. The host has lists of its own, on top of the pane's, since it
-    runs on newer systems alone."""
+def offered(library, *more):
+    """What the pane may take of a library; `more` names further lists, of programs, which run on newer systems alone."""
     if library == "libSystem":
         # Its stub is the platform's own and has thousands of names; the linker adds one to what is listed.
         names = listed("libSystem") | {"dyld_stub_binder"}
@@ -99,4 +99,4 @@ def offered(library, *, host=False):
         names = listed("libc++")
     else:
         return stub(library)
-    return names | listed(f"{library}.host") if host else names
+    return names.union(*(listed(f"{library}.{name}") for name in more))

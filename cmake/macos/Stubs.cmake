@@ -7,3 +7,9 @@ file(GLOB_RECURSE VANT_STUBS ${CMAKE_OSX_SYSROOT}/*.tbd)
 
 # Each slice is compiled for the oldest system that it meets, as on a Mac, and hears of what that one calls deprecated.
 add_compile_options("SHELL:-Xarch_arm64 -mmacosx-version-min=11.0")
+
+# What the compiler searches by itself, which a library's target must not put before the C++ library's headers. CMake learns it
+# from the compiler, unless a cache of the compiler's results answers with other paths.
+foreach(language C CXX OBJCXX)
+    list(APPEND CMAKE_${language}_IMPLICIT_INCLUDE_DIRECTORIES ${CMAKE_OSX_SYSROOT}/usr/include)
+endforeach()

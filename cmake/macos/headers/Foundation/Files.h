@@ -96,6 +96,13 @@ API_AVAILABLE(macos(10.2))
                                     error:(NSError **)error API_AVAILABLE(macos(10.6));
 @end
 
+@interface NSXMLParser : NSObject
+- (instancetype)initWithData:(NSData *)data;
+@property (nullable, readonly, copy) NSError *parserError;
+@property (readonly) NSInteger lineNumber;
+- (BOOL)parse;
+@end
+
 @interface NSUserDefaults : NSObject
 @property (class, readonly, strong) NSUserDefaults *standardUserDefaults;
 - (nullable id)objectForKey:(NSString *)key;
