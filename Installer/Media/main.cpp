@@ -1,6 +1,7 @@
 // vantmedia: what the pane would do with a media folder, and what is wrong with it.
 #include "Look.hpp"
 #include "platform/Places.hpp"
+#include "read/TemporaryFolder.hpp"
 #include "report/Json.hpp"
 #include "report/Options.hpp"
 #include "report/Text.hpp"
@@ -48,6 +49,7 @@ int run(Options options) {
     }
     if (options.request.tables.empty())
         options.request.tables = tablesBeside(programFolder());
+    removeAbandonedFolders();
     std::vector<Report> reports;
     std::vector<Findings> findings;
     if (options.media.empty())

@@ -117,19 +117,36 @@ class HostileSite(SiteCase):
         self.assertNotIn("\x1b", answer.stdout)
         self.assertIn("a\\x1B[31m.pkg: set aside", answer.stdout)
 
-    def test_asked_to_end_it_leaves_nothing_behind(self):
+    def start(self, *arguments, temporary):
+        return subprocess.Popen([BUILD / "vantmedia", *arguments], env=os.environ | {"TMPDIR": str(temporary)},
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+
+    def started_fetching(self):
+        """A program with an archive under way that never ends, and its temporary folder."""
         self.serve("Driver.zip", Answer(self.keep_sending(b"x" * 1000, 0.05), announce=None))
         temporary = self.folder / "tmp"
         temporary.mkdir()
-        program = subprocess.Popen([BUILD / "vantmedia", "check", "--site", self.server.address],
-                                   env=os.environ | {"TMPDIR": str(temporary)}, stdout=subprocess.PIPE,
-                                   stderr=subprocess.PIPE, text=True)
+        program = self.start("check", "--site", self.server.address, temporary=temporary)
         deadline = time.monotonic() + 30
         while not list(temporary.glob("*/Driver.zip")) and time.monotonic() < deadline:
             time.sleep(0.02)
+        return program, temporary
+
+    def test_asked_to_end_it_leaves_nothing_behind(self):
+        program, temporary = self.started_fetching()
         program.send_signal(signal.SIGTERM)
         _, words = program.communicate(timeout=30)
         self.assertEqual((program.returncode, words), (1, "vantmedia: interrupted\n"))
+        self.assertEqual(list(temporary.iterdir()), [])
+
+    def test_what_a_killed_run_leaves_is_removed_by_the_next_one_and_nothing_of_a_run_under_way(self):
+        program, temporary = self.started_fetching()
+        self.start("plan", self.folder, temporary=temporary).communicate(timeout=30)
+        self.assertNotEqual(list(temporary.glob("*/Driver.zip")), [])
+        program.kill()
+        program.communicate(timeout=30)
+        self.assertNotEqual(list(temporary.iterdir()), [])
+        self.start("plan", self.folder, temporary=temporary).communicate(timeout=30)
         self.assertEqual(list(temporary.iterdir()), [])
 
 

@@ -1,4 +1,6 @@
 #pragma once
+#include "GNUstep/files/Descriptor.hpp"
+
 #include <string>
 
 namespace vant::media {
@@ -15,6 +17,11 @@ public:
 
 private:
     std::string path_;
+    Descriptor folder_; ///< locked for as long as this process, or a worker of it, lives
 };
+
+/// Removes the folders that this user's runs have left which were killed. Those in use stay, and so does whatever only
+/// has such a name: links, files, folders of others. Any thread.
+void removeAbandonedFolders();
 
 } // namespace vant::media
