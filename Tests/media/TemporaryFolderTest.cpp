@@ -98,5 +98,28 @@ TEST_F(AbandonedFolders, AreNoFilesAndNoneOfAnotherName) {
     EXPECT_TRUE(fs::exists(top_ / "vantmedia.backup"));
 }
 
+/// Done by a user who is not above the permissions of files.
+void makeWithAClosedFolderAndLetGo(const fs::path &top) {
+    if (geteuid() == 0 && (chown(top.c_str(), 1234, static_cast<gid_t>(-1)) != 0 || seteuid(1234) != 0))
+        _exit(1);
+    {
+        const TemporaryFolder folder;
+        const fs::path closed = fs::path(folder.path()) / "closed";
+        fs::create_directory(closed);
+        std::ofstream(closed / "file") << "bytes";
+        fs::permissions(closed, fs::perms::none);
+    }
+    _exit(fs::is_empty(top) ? 0 : 2);
+}
+
+TEST_F(AbandonedFolders, AreNoneOfAnEndedRunWhateverItsArchivesHeld) {
+    const pid_t run = fork();
+    if (run == 0)
+        makeWithAClosedFolderAndLetGo(top_);
+    int status = 0;
+    waitpid(run, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+}
+
 } // namespace
 } // namespace vant::media

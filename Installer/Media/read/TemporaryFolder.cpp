@@ -1,6 +1,7 @@
 #include "read/TemporaryFolder.hpp"
 
 #include "GNUstep/process/Uninterrupted.hpp"
+#include "GNUstep/tools/tree/Removal.hpp"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -38,9 +39,8 @@ bool isOwnAt(const Descriptor &folder, const std::string &path) {
 
 void removeWhenAbandoned(const std::string &path) {
     const Descriptor folder = opened(path);
-    std::error_code ignored;
     if (folder && isLocked(folder, LOCK_NB) && isOwnAt(folder, path))
-        fs::remove_all(path, ignored);
+        tools::removeTree(path);
 }
 
 } // namespace
@@ -59,8 +59,7 @@ TemporaryFolder::TemporaryFolder() {
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
+    tools::removeTree(path_);
 }
 
 void removeAbandonedFolders() {

@@ -1,6 +1,7 @@
 #include "GNUstep/tools/tree/Staging.hpp"
 
 #include "GNUstep/tools/archive/ExpansionError.hpp"
+#include "GNUstep/tools/tree/Removal.hpp"
 
 #include <sys/stat.h>
 
@@ -37,14 +38,6 @@ std::string randomName(const std::string &prefix) {
     return name;
 }
 
-/// Folders of which even their owner can't list the contents are opened first.
-void openUp(const fs::path &folder) {
-    std::error_code problem;
-    for (auto item = fs::recursive_directory_iterator(folder, problem); item != fs::end(item); item.increment(problem))
-        if (item->is_directory(problem) && !item->is_symlink(problem))
-            fs::permissions(item->path(), fs::perms::owner_all, fs::perm_options::add, problem);
-}
-
 } // namespace
 
 Staging::Staging(const std::string &wanted, const std::string &prefix, Place place)
@@ -73,10 +66,8 @@ std::string Staging::makeFolder(const std::string &name) const {
 
 void Staging::remove() const noexcept {
     std::error_code problem;
-    if (fs::symlink_status(folder_, problem).type() != fs::file_type::directory)
-        return;
-    openUp(folder_);
-    fs::remove_all(folder_, problem);
+    if (fs::symlink_status(folder_, problem).type() == fs::file_type::directory)
+        removeTree(folder_);
 }
 
 void Staging::removeMadeFolders() const noexcept {
