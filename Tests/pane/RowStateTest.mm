@@ -1,6 +1,7 @@
 #import "download/VantInstallation+Downloads.h"
 #import "install/chain/VantInstallation+InstallChain.h"
 #import "install/status/VantInstallation+RunEvents.h"
+#import "ui/VantComponentTable.h"
 #import "ui/VantInstallation+AdministratorRights.h"
 #import "ui/VantInstallation+Rows.h"
 #import "WebTest.h"
@@ -34,9 +35,20 @@ protected:
             addMedia(@"Kind", [NSString stringWithFormat:@"/media/%lu.pkg", static_cast<unsigned long>(i)]);
     }
 
-    void showWeb(NSUInteger count) { show("objects", "selectedarrXML", @"http://127.0.0.1:1/%lu.zip", count); }
+    void showWeb(NSUInteger count) { show("objects", "selectedarrXML", webAddresses, count); }
+
+    void losesFirstDownload() {
+        NSURLRequest *request = [NSURLRequest requestWithURL:[NSURL URLWithString:@"http://127.0.0.1:1/0.zip"]];
+        [pane runHasLostDownload:[[NSURLDownload alloc] initWithRequest:request delegate:nil]];
+    }
 
     void show(const char *rowField, const char *entryField, NSString *format, NSUInteger count) {
+        make(rowField, entryField, format, count);
+        [table reloadData];
+        ASSERT_TRUE(waitUntil([&] { return count == 0 || [[[rows lastObject] continuousProgress] isHidden]; }, 10));
+    }
+
+    void make(const char *rowField, const char *entryField, NSString *format, NSUInteger count) {
         NSMutableArray *made = [[NSMutableArray alloc] init];
         NSMutableArray *described = [[NSMutableArray alloc] init];
         for (NSUInteger i = 0; i < count; ++i) {
@@ -45,8 +57,6 @@ protected:
         }
         field<id>(pane, rowField) = rows = made;
         field<id>(pane, entryField) = described;
-        [table reloadData];
-        ASSERT_TRUE(waitUntil([&] { return count == 0 || [[[rows lastObject] continuousProgress] isHidden]; }, 10));
     }
 
     BDObject *row(NSUInteger index) { return [rows objectAtIndex:index]; }
@@ -102,6 +112,8 @@ protected:
         processCounter("cdInstallIndex") = position;
         post(name, nil, @{});
     }
+
+    static constexpr NSString *webAddresses = @"http://127.0.0.1:1/%lu.zip";
 
     NSArray *rows = nil;
     NSTableView *table;
@@ -181,9 +193,23 @@ TEST_F(RowStates, ADownloadThatFailedIsNotDoneAndTheNextIsAtWork) {
     showWeb(2);
     created(0);
     created(1);
-    NSURLRequest *request = [NSURLRequest requestWithURL:[NSURL URLWithString:@"http://127.0.0.1:1/0.zip"]];
-    [pane runHasLostDownload:[[NSURLDownload alloc] initWithRequest:request delegate:nil]];
+    losesFirstDownload();
     comesToShow("!>");
+}
+
+// An address of a kind that nobody can fetch fails at once, while the pane is being created.
+TEST_F(RowStates, WhatHappensBeforeTheTableIsDrawnIsShownAllTheSame) {
+    [NSObject cancelPreviousPerformRequestsWithTarget:table];
+    make("objects", "selectedarrXML", webAddresses, 3);
+    losesFirstDownload();
+    created(1);
+    created(2);
+    expanded(1, {"Printer Driver.pkg"});
+    bool known = false;
+    [field<VantComponentTable *>(pane, "componentTable") change:[&](vant::TableRows &) { known = true; }];
+    ASSERT_TRUE(waitUntil([&] { return known; }));
+    [table reloadData];
+    comesToShow("!A>");
 }
 
 TEST_F(RowStates, AWebRunEndsWithWhatWasInstalledDoneAndAllElseNotDone) {

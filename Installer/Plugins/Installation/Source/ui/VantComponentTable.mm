@@ -19,8 +19,6 @@
 #import "ui/VantInstallation+Rows.h"
 #import "ui/VantTableSight.h"
 
-using vant::RowState;
-
 @interface VantComponentTable () <VantRowIndicators>
 @end
 
@@ -69,6 +67,9 @@ using vant::RowState;
 }
 
 - (void)apply:(const std::function<void(vant::TableRows &)> &)change {
+    // A download may fail before the table has been asked for its rows.
+    if (keys.empty())
+        [self takeKeys];
     change(states);
     [self showChanges];
 }
@@ -202,8 +203,8 @@ using vant::RowState;
     settling = NO;
     [self takeKeys];
     // Rows are born with their spinners turning.
-    for (BDObject *row in rows)
-        VantShowState(row, RowState::Waiting, NO);
+    for (std::size_t row = 0; row < [rows count]; ++row)
+        [self showRow:row];
     [sight rowsChanged];
     [self showChanges];
 }
