@@ -1,6 +1,7 @@
 #import "HostController.h"
 
 #import "DownloadFolder.h"
+#import "Drawing.h"
 #import "HostText.h"
 #import "OwnFolder.h"
 #import "RunReport.h"
@@ -113,24 +114,16 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
 
 /// What was to be drawn is told of a look after it was asked for: by then the run loop has handled what was under way.
 - (void)obey {
-    if (wantsDrawn)
-        [self draw];
+    if (wantsDrawn) {
+        VantDrawWindows();
+        timeline->record("host", "drawn");
+    }
     wantsDrawn = NO;
     for (const std::string &order : orders.take()) {
         wantsDrawn = wantsDrawn || order == "draw";
         if (order == "next page")
             [[pane valueForKey:@"nextButton"] performClick:self];
     }
-}
-
-/// Twice: cells lay out controls as they are drawn.
-- (void)draw {
-    for (NSWindow *each in [NSApp windows]) {
-        [each displayIfNeeded];
-        [each displayIfNeeded];
-        [[each graphicsContext] flushGraphics];
-    }
-    timeline->record("host", "drawn");
 }
 
 /// The output of a package's installer ends before the installer does, and the last one's end is wanted in the summary.

@@ -48,6 +48,7 @@ typedef NSInteger NSModalResponse;
 @interface NSApplication : NSResponder
 @property (class, readonly, strong) __kindof NSApplication *sharedApplication;
 @property (nullable, weak) id<NSApplicationDelegate> delegate;
+@property (readonly, copy) NSArray<NSWindow *> *windows;
 - (void)run;
 - (void)stop:(nullable id)sender;
 - (void)terminate:(nullable id)sender;

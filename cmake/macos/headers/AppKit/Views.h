@@ -155,6 +155,7 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) {
 - (void)center;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 - (void)orderOut:(nullable id)sender;
+- (void)displayIfNeeded;
 - (void)performClose:(nullable id)sender;
 @end
 
