@@ -114,6 +114,7 @@ static NSString *textOfNotice(const vant::host::Notice &notice) {
 
 /// What was to be drawn is told of a look after it was asked for: by then the run loop has handled what was under way.
 - (void)obey {
+    [watch lookAtRows];
     if (wantsDrawn) {
         VantDrawWindows();
         timeline->record("host", "drawn");

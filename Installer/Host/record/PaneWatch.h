@@ -22,8 +22,11 @@
 /// Neither the pane nor the timeline is owned; both must outlive the watch.
 - (id)initWithPane:(id)watchedPane timeline:(vant::host::Timeline *)runTimeline;
 
-/// Records what has changed since the last look, the slide's title and the table's rows too.
+/// Records what has changed since the last look, the slide's title too.
 - (void)look;
+
+/// The same of the table's rows, which costs the more the longer the table is.
+- (void)lookAtRows;
 
 /// The pane's own word on whether it can be used, "YES" or "NO".
 - (NSString *)isValid;

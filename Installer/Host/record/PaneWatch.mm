@@ -108,6 +108,9 @@ static void becomeWatched(id control, Class watched) {
     for (const auto &[name, bar] : bars)
         [self noteBar:bar];
     [self note:"slide" name:"" value:text([[pane valueForKey:@"productTitle"] stringValue])];
+}
+
+- (void)lookAtRows {
     [self note:"rows" name:"" value:VantRowCount(pane)];
 }
 
