@@ -93,6 +93,12 @@ class HostileSite(SiteCase):
         self.serve("Driver.zip", Answer(body, headers=[("Content-Encoding", "gzip")]))
         self.assertEqual(self.codes("--largest", "5"), {"fetch-too-large"})
 
+    def test_encoding_that_expands_beyond_the_bounds_at_once(self):
+        # Small enough to come between two looks at it.
+        body = gzip.compress(bytes(3 * MEGABYTE // 2))
+        self.serve("Driver.zip", Answer(body, headers=[("Content-Encoding", "gzip")]))
+        self.assertEqual(self.codes("--largest", "1"), {"fetch-too-large"})
+
     def test_entries_that_lead_out_of_the_folder(self):
         for number, path in enumerate(("../../outside", "/tmp/vant-outside", "a/../../outside")):
             with self.subTest(path):

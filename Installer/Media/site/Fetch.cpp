@@ -54,6 +54,11 @@ private:
     Fetched &fetched_;
 };
 
+/// What has come, or what was announced when that is more.
+std::uint64_t sizeOf(const Fetched &fetched) noexcept {
+    return std::max(fetched.received, static_cast<std::uint64_t>(std::max<std::int64_t>(fetched.announced, 0)));
+}
+
 /// A download under way, and how much it had brought when it was last looked at.
 struct Running {
     std::shared_ptr<Transfer> transfer;
@@ -94,12 +99,12 @@ private:
     }
 
     void watch(Running &running) {
+        const Fetched &fetched = *running.fetched;
+        // Whether it has ended since the last look does not matter: it may have come all at once.
+        if (fetched.fault == Fetched::Fault::None && sizeOf(fetched) > limits_.largest)
+            return stop(running, Fetched::Fault::TooLarge);
         if (running.transfer->isFinished())
             return;
-        const Fetched &fetched = *running.fetched;
-        if (std::max(fetched.received, static_cast<std::uint64_t>(std::max<std::int64_t>(fetched.announced, 0))) >
-            limits_.largest)
-            return stop(running, Fetched::Fault::TooLarge);
         if (Clock::now() - running.since < std::chrono::duration<double>(limits_.wait))
             return;
         if (static_cast<double>(fetched.received - running.before) < leastBytesASecond * limits_.wait)
