@@ -69,7 +69,7 @@ protected:
 
     void click(NSPoint point) {
         ASSERT_TRUE(takesKeys(window));
-        ASSERT_TRUE(handMakes(moveTo(window, point) + pressAndRelease));
+        ASSERT_TRUE(handClicks(window, point));
     }
 
     void press(const std::string &key) {

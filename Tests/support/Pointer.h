@@ -37,9 +37,18 @@ void settle();
 /// xdotool's arguments that move the pointer to a point of the window's content, counted from its lower left.
 [[nodiscard]] std::string moveTo(NSWindow *window, NSPoint point);
 
-/// A press of the left button as a hand makes it: it stays down for a moment, and the pointer never stands still for
-/// long. Without that last movement a release that the platform has read while it asked where the pointer is would lie
-/// unseen until something else happens.
-inline constexpr auto pressAndRelease = " sleep 0.1 mousedown 1 sleep 0.1 mouseup 1 sleep 0.1 mousemove_relative 1 0 ";
+/// Clicks at a point of the window's content, as a person does who keeps the button down until it looks pressed.
+/// Without that, on a machine that is very busy, the platform now and then handles the release before the press, and
+/// then waits for another release for good. False when the application did not take the press.
+[[nodiscard]] bool handClicks(NSWindow *window, NSPoint point);
+
+inline constexpr auto pressOfButton = " sleep 0.1 mousedown 1";
+
+/// The pointer never stands still for long. Without that last movement a release that the platform has read while it
+/// asked where the pointer is would lie unseen until something else happens.
+inline constexpr auto releaseOfButton = " sleep 0.1 mouseup 1 sleep 0.1 mousemove_relative 1 0 ";
+
+/// A click whose effect nobody waits for.
+inline const std::string pressAndRelease = std::string(pressOfButton) + releaseOfButton;
 
 } // namespace vant::test

@@ -41,6 +41,9 @@ bool xdotool(const std::string &arguments) {
     return outputOf("timeout 15 xdotool " + arguments + " && echo done").ends_with("done\n");
 }
 
+/// Presses of the left button that the application has begun to handle.
+static std::atomic<int> pressesHandled;
+
 static bool handleEvent(NSDate *limit) {
     @autoreleasepool {
         NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
@@ -49,6 +52,7 @@ static bool handleEvent(NSDate *limit) {
                                               dequeue:YES];
         if (event == nil)
             return false;
+        pressesHandled += [event type] == NSLeftMouseDown ? 1 : 0;
         [NSApp sendEvent:event];
         [NSApp updateWindows];
         return true;
@@ -104,16 +108,37 @@ bool isGivenKeys(const std::string &title) {
     return false;
 }
 
-bool handMakes(const std::string &arguments) {
+/// Acts on a thread beside the main one, which handles the events meanwhile.
+static bool actsWhileEventsAreHandled(const std::function<bool()> &act) {
     std::atomic<bool> ended = false;
     bool succeeded = false;
     std::thread hand([&] {
-        succeeded = xdotool(arguments);
+        succeeded = act();
         ended = true;
     });
-    const bool inTime = handleEventsUntil([&] { return ended.load(); }, 20);
+    const bool inTime = handleEventsUntil([&] { return ended.load(); }, 30);
     hand.join();
     return inTime && succeeded;
+}
+
+bool handMakes(const std::string &arguments) {
+    return actsWhileEventsAreHandled([&] { return xdotool(arguments); });
+}
+
+static bool isHandledSince(int presses) {
+    const auto end = std::chrono::steady_clock::now() + 10s;
+    while (pressesHandled == presses && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(5ms);
+    return pressesHandled != presses;
+}
+
+bool handClicks(NSWindow *window, NSPoint point) {
+    const std::string place = moveTo(window, point);
+    return actsWhileEventsAreHandled([&] {
+        const int before = pressesHandled;
+        const bool isSeen = xdotool(place + pressOfButton) && isHandledSince(before);
+        return xdotool(releaseOfButton) && isSeen;
+    });
 }
 
 // The display counts from the upper left.
