@@ -1,7 +1,9 @@
 # vant_cocoa(TARGET): lets an Objective-C++ target use Foundation and AppKit, on either platform. A target that does not
 # call it has no Cocoa include path, so a rule that strays into the platform does not compile. vant_foundation(TARGET):
-# the same without AppKit, for a program that needs no display.
+# the same without AppKit, for a program that needs no display. VANT_PLATFORM ends the names of the files in folders
+# called `platform`, of which each system has its own.
 if(APPLE)
+    set(VANT_PLATFORM Mac)
     if(CMAKE_CROSSCOMPILING)
         include(${CMAKE_CURRENT_LIST_DIR}/macos/Stubs.cmake)
     endif()
@@ -18,6 +20,7 @@ if(APPLE)
     return()
 endif()
 
+set(VANT_PLATFORM Debian)
 find_package(PkgConfig REQUIRED)
 
 # The Objective-C runtime headers lie in GCC's own include folder, whose C headers clang must never see first: -idirafter.

@@ -11,7 +11,8 @@ namespace {
 
 constexpr std::string_view gzipMark = "\x1f\x8b";
 
-enum class Wrapping { Gzip, Zlib, Bare };
+/// What zlib calls the window bits of each.
+enum class Wrapping { Bare = -MAX_WBITS, Zlib = MAX_WBITS, Gzip = 16 + MAX_WBITS };
 
 /// "deflate" means zlib's wrapping, yet half of the servers send the bare stream. The first two bytes tell: no encoder
 /// begins a bare stream as zlib's header does.
@@ -22,18 +23,6 @@ Wrapping wrappingOf(std::string_view head) noexcept {
     const auto flags = static_cast<unsigned char>(head[1]);
     const bool isZlib = (method & 0x0fU) == Z_DEFLATED && (method * 256U + flags) % 31 == 0;
     return isZlib ? Wrapping::Zlib : Wrapping::Bare;
-}
-
-constexpr int windowBits(Wrapping wrapping) noexcept {
-    switch (wrapping) {
-    case Wrapping::Gzip:
-        return 16 + MAX_WBITS;
-    case Wrapping::Zlib:
-        return MAX_WBITS;
-    case Wrapping::Bare:
-        return -MAX_WBITS;
-    }
-    return MAX_WBITS;
 }
 
 } // namespace
@@ -63,7 +52,7 @@ struct ContentDecoder::Stream {
         state.next_out = reinterpret_cast<Bytef *>(output.data());
         state.avail_out = static_cast<uInt>(output.size());
         begin();
-        if (ended || padded) {
+        if (ended) {
             drained = true;
             return true;
         }
@@ -79,7 +68,7 @@ private:
     void begin() noexcept {
         if (!wrapping) {
             wrapping = wrappingOf(std::string_view(input).substr(0, gzipMark.size()));
-            inflateReset2(&state, windowBits(*wrapping));
+            inflateReset2(&state, static_cast<int>(*wrapping));
         } else if (ended && state.avail_in > 0) {
             padded = padded || *wrapping != Wrapping::Gzip || static_cast<char>(*state.next_in) != gzipMark[0];
             ended = padded;

@@ -36,10 +36,14 @@ ChainStep lastStep(Flow flow, const ChainState &state) {
 
 } // namespace
 
+bool isAtEnd(std::size_t outcomes, std::size_t packages) noexcept {
+    return outcomes == packages;
+}
+
 ChainStep stepAfterPackage(Flow flow, const ChainState &state) {
     if (state.outcomes < state.packages)
         return nextStep(flow, state);
-    if (state.outcomes == state.packages)
+    if (isAtEnd(state.outcomes, state.packages))
         return lastStep(flow, state);
     return {};
 }

@@ -11,8 +11,11 @@ struct ChainState {
     int index = 0;            ///< position of the package that ended
     std::size_t outcomes = 0; ///< packages that have an outcome, by file name
     std::size_t packages = 0; ///< packages in the flow's list
-    bool anyFailed = false;   ///< whether any outcome is "Failed"; counts only at the end of the list
+    bool anyFailed = false;   ///< whether any outcome is "Failed"; counts only at the list's end
 };
+
+/// Whether a list is at its end, so that what the outcomes say counts: each of its packages has one.
+[[nodiscard]] bool isAtEnd(std::size_t outcomes, std::size_t packages) noexcept;
 
 enum class Announcement { Nothing, NextWebPackage, WebComplete, NextMediaPackage, MediaComplete, MediaFailed };
 

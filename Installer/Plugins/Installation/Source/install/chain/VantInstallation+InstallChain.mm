@@ -86,7 +86,7 @@ static NSString *notificationName(vant::Announcement announcement) {
         vant::stepAfterPackage(flow, {.index = vant::sharedValue(cdInstallIndex),
                                       .outcomes = outcomes,
                                       .packages = packages,
-                                      .anyFailed = outcomes == packages && [self hasAnyPackageFailed]});
+                                      .anyFailed = vant::isAtEnd(outcomes, packages) && [self hasAnyPackageFailed]});
     if (step.announcement == vant::Announcement::Nothing)
         return;
     [self trace:@"%@", vant::nsString(step.trace)];
