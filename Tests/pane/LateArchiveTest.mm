@@ -112,8 +112,6 @@ protected:
         field<id>(pane, "mInstallCompArrayForSmartUpdate") = webList = list;
         // More archives than will come, so that none of them ends the downloads.
         select(10);
-        // Of progress that moves no bar: an update of the bar would have the main thread count while it is to wait.
-        setInstaller("echo 'installer:%0.000000'\n");
         addWeb(@"Fax.pkg", @"/web/Fax.pkg");
         addWeb(@"Hueforge.pkg", @"/web/Hueforge.pkg");
         addWeb(@"Printer Software Uninstaller", @"/web/Uninstaller.pkg");
@@ -128,11 +126,18 @@ protected:
         EXPECT_FALSE(list->torn) << "the list was changed while it was being read";
     }
 
-    /// Starts the run, whose next reading by the operation the archive meets, and waits for its end.
+    /// Starts the run, whose next reading by the operation the archive meets, and waits for its end. The packages
+    /// behind the first end when the archive is in the list: it waits its turn, and the run could be over before.
+    /// Their progress moves no bar: an update of it would have the main thread count while it is to wait.
     void meetArchive(SEL reading) {
+        const std::string first = (scratch / "first").string();
+        const std::string listed = (scratch / "listed").string();
+        setInstaller("echo 'installer:%0.000000'\n[ -e '" + first + "' ] || { : > '" + first +
+                     "'; exit; }\nwhile [ ! -e '" + listed + "' ]; do sleep 0.02; done\n");
         [list holdNext:reading];
         [pane InstallWebComponents:nil];
         meet(reading, [this] { postExpanded(expandedFolder("late", {"Scanmate.pkg"})); });
+        writeFile(listed, "");
         ASSERT_TRUE(waitUntil([this] { return [log countOf:@"SUInstallComplete"] > 0; }));
         EXPECT_EQ(outcome(@"Scanmate.pkg"), "PIPE END");
         EXPECT_EQ([outcomes count], 4U);
