@@ -6,8 +6,8 @@
 #include "Archives.hpp"
 #include "Footprint.hpp"
 #include "HttpServer.hpp"
+#include "ProcessorTime.hpp"
 #include <atomic>
-#include <sys/resource.h>
 #include <utility>
 
 using namespace vant::test;
@@ -110,12 +110,12 @@ protected:
     PackageCost costInListOf(int packages) {
         @autoreleasepool {
             showPane(packages);
-            const double cpu = milliseconds();
+            const double cpu = processSeconds();
             const std::size_t memory = footprint().memory;
             [pane InstallCDComponents:nil];
             EXPECT_TRUE(waitUntil([&] { return complete->count > 0; }, longest)) << next->count;
             EXPECT_EQ(next->count, packages) << "the uninstaller comes last";
-            const PackageCost cost = {(milliseconds() - cpu) / packages,
+            const PackageCost cost = {1e3 * (processSeconds() - cpu) / packages,
                                       (static_cast<double>(footprint().memory) - static_cast<double>(memory)) /
                                           packages};
             letPaneGo();
@@ -144,15 +144,6 @@ private:
         [pane changeImage:field<NSButton *>(pane, "nextButton")];
         [window setContentView:[[[NSView alloc] init] autorelease]];
         [std::exchange(pane, nil) release];
-    }
-
-    static double milliseconds() {
-        rusage used{};
-        getrusage(RUSAGE_SELF, &used);
-        const auto of = [](const timeval &time) {
-            return 1e3 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_usec);
-        };
-        return of(used.ru_utime) + of(used.ru_stime);
     }
 
     NSWindow *window;

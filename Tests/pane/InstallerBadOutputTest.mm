@@ -2,8 +2,7 @@
 
 #import "InstallTest.h"
 #include "Jail.hpp"
-
-#include <chrono>
+#include "ProcessorTime.hpp"
 
 using namespace vant::test;
 
@@ -54,10 +53,9 @@ TEST_F(InstallerBadOutput, AMegabyteOfNoise) {
 
 TEST_F(InstallerBadOutput, AHundredThousandLinesASecond) {
     const std::string lines = "awk 'BEGIN { for (i = 0; i < 100000; ++i) printf \"installer:%%%d.5\\n\", i / 1001 }'\n";
-    const auto start = std::chrono::steady_clock::now();
+    const double start = processSeconds();
     EXPECT_TRUE(endsWith(lines));
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    EXPECT_LT(taken.count(), 5.0);
+    EXPECT_LT(processSeconds() - start, 5.0);
     EXPECT_EQ(progress(), 99.0);
     EXPECT_TRUE(waitUntil([&] { return barValue() == 99.0; }));
 }

@@ -4,9 +4,9 @@
 #import "ui/VantButton.h"
 #import "ui/VantInstallation+AdministratorRights.h"
 
+#include "ProcessorTime.hpp"
 #include <atomic>
 #include <cstdlib>
-#include <ctime>
 #include <thread>
 
 using namespace vant::test;
@@ -203,12 +203,6 @@ TEST_F(Pointer, TheLinkIsTrackedWhereAResizedWindowPutsIt) {
     EXPECT_TRUE(linkTurns([NSColor redColor]));
     movePointer(before);
     EXPECT_TRUE(linkTurns([NSColor blueColor]));
-}
-
-static double threadSeconds() {
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
 TEST_F(Pointer, AWindowAtRestLeavesTheProcessorAlone) {

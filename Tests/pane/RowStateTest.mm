@@ -7,7 +7,7 @@
 #import "WebTest.h"
 
 #include "Jail.hpp"
-#include <ctime>
+#include "ProcessorTime.hpp"
 
 using namespace vant::test;
 
@@ -307,12 +307,6 @@ TEST_F(RowStates, ASpinnerTurnsInSightOnly) {
 }
 
 /// CPU time of this thread: what other processes take meanwhile is no cost of the table.
-static double threadSeconds() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
 /// The most that the table's rows may cost for one ended package, in seconds.
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 static constexpr double longestForPackage = 0.030; // each access costs several times as much

@@ -1,7 +1,7 @@
 #import "DownloadFixture.h"
 #import <AppKit/AppKit.h>
 
-#include <ctime>
+#include "ProcessorTime.hpp"
 #include <netinet/in.h>
 #include <sched.h>
 #include <sys/socket.h>
@@ -79,12 +79,6 @@ int connectionsTo(int port) {
             ++count;
     }
     return count;
-}
-
-double threadSeconds() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
 } // namespace

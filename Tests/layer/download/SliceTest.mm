@@ -1,7 +1,7 @@
 #import "DownloadFixture.h"
 #include "Gzip.hpp"
+#include "ProcessorTime.hpp"
 
-#include <ctime>
 #include <filesystem>
 #include <sys/mount.h>
 
@@ -17,12 +17,6 @@ constexpr double longestStall = 0.200; // each access costs several times as muc
 #else
 constexpr double longestStall = 0.020;
 #endif
-
-double threadSeconds() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
 
 /// Runs the run loop until the recorder has seen the end; the CPU time of the most expensive pass, in seconds.
 double longestPass(DownloadRecorder *recorder) {
