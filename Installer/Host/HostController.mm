@@ -1,12 +1,12 @@
 #import "HostController.h"
 
 #import "DownloadFolder.h"
-#import "Drawing.h"
 #import "HostText.h"
 #import "OwnFolder.h"
 #import "RunReport.h"
 #import "SelectionFiles.h"
 #import "StopQuestion.h"
+#import "WindowSystem.h"
 
 #include <cstdio>
 #include <cstdlib>

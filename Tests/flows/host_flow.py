@@ -96,13 +96,13 @@ class Host(FlowCase):
         def close_window(moments, event):
             if moments.settled(event) and not asked:
                 press_close_button()
-                asked.append(wait_for_windows(2))
+                asked.append(wait_until(lambda: camera.Camera.is_ready(prompt=True)))
                 camera.output("xdotool", "key", "--delay", "100", *keys.split())
-                wait_for_windows(1)
+                wait_until(lambda: len(camera.windows()) == 1)
             return False
 
         ended = self.run_flow("media", self.media, prepared=stand_in(SLOWLY), pictures={"none": close_window})
-        self.assertEqual(asked, [True], "the question was not shown")
+        self.assertEqual(asked, [True], "the question was not shown with the keyboard its own")
         check(ended)
 
     def test_stays_open_until_return_continues(self):
@@ -152,11 +152,11 @@ class Host(FlowCase):
         return ended
 
 
-def wait_for_windows(count):
-    """True once the host has so many windows."""
+def wait_until(condition):
+    """Whether the condition comes true in time."""
     deadline = time.monotonic() + 5
     while time.monotonic() < deadline:
-        if len(camera.windows()) == count:
+        if condition():
             return True
         time.sleep(0.05)
     return False

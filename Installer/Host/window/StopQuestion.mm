@@ -2,6 +2,7 @@
 
 #import "HostText.h"
 #import "Sentence.h"
+#import "WindowSystem.h"
 
 #include <algorithm>
 
@@ -9,6 +10,8 @@ static const CGFloat width = 460;
 static const CGFloat margin = 20;
 static const CGFloat gap = 10;
 static const CGFloat buttonHeight = 28;
+static const NSTimeInterval keyRequestPeriod = 0.2;
+static const int mostKeyRequests = 50;
 static const NSInteger keepAnswer = 0;
 static const NSInteger stopAnswer = 1;
 
@@ -21,8 +24,11 @@ static NSTextField *fitted(NSString *text, NSFont *font) {
 /// The panel that asks, answered by its buttons: Return keeps the installation going, and so does Escape.
 @interface StopPanel : NSPanel {
     NSButton *keepButton;
+    int keyRequests;
 }
 - (id)initWithQuestion:(NSString *)question consequence:(NSString *)consequence;
+/// Shows the panel until it is answered; the answer.
+- (NSInteger)ask;
 @end
 
 @implementation StopPanel
@@ -72,6 +78,28 @@ static NSTextField *fitted(NSString *text, NSFont *font) {
     return button;
 }
 
+- (NSInteger)ask {
+    keyRequests = mostKeyRequests;
+    [self requestKeysSoon];
+    const NSInteger answer = [NSApp runModalForWindow:self];
+    [NSObject cancelPreviousPerformRequestsWithTarget:self];
+    [self orderOut:nil];
+    return answer;
+}
+
+- (void)requestKeysSoon {
+    [self performSelector:@selector(requestKeys)
+               withObject:nil
+               afterDelay:keyRequestPeriod
+                  inModes:@[ NSModalPanelRunLoopMode ]];
+}
+
+- (void)requestKeys {
+    VantRequestKeyboard(self);
+    if (--keyRequests > 0)
+        [self requestKeysSoon];
+}
+
 - (void)answered:(id)sender {
     [NSApp stopModalWithCode:[sender tag]];
 }
@@ -93,9 +121,8 @@ BOOL VantAskWhetherToStop(void) {
     StopPanel *panel = [[StopPanel alloc] initWithQuestion:VantNoticeText(@"StopQuestion")
                                                consequence:VantNoticeText(@"StopConsequence")];
     asking = YES;
-    const NSInteger answer = [NSApp runModalForWindow:panel];
+    const NSInteger answer = [panel ask];
     asking = NO;
-    [panel orderOut:nil];
     [panel release];
     return answer == stopAnswer;
 }

@@ -1,6 +1,7 @@
 #import <AppKit/AppKit.h>
+#import <GNUstepGUI/GSDisplayServer.h>
 
-#import "Drawing.h"
+#import "WindowSystem.h"
 
 // Twice: cells lay out controls as they are drawn.
 void VantDrawWindows(void) {
@@ -9,4 +10,9 @@ void VantDrawWindows(void) {
         [each displayIfNeeded];
         [[each graphicsContext] flushGraphics];
     }
+}
+
+void VantRequestKeyboard(NSWindow *window) {
+    if ([window isKeyWindow])
+        [GSServerForWindow(window) setinputfocus:static_cast<int>([window windowNumber])];
 }
