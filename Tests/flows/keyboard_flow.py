@@ -1,8 +1,10 @@
 """Both flows from the prompt to the last page by somebody who has no pointer."""
+import os
 import time
+import unittest.mock
 
 import small_media
-from flow_case import FlowCase, camera, host_string
+from flow_case import FlowCase, camera, host_string, plug_in_string
 from small_media import inside, package_files
 
 PROMPT = "Administrator Rights"
@@ -16,7 +18,7 @@ def title_of_active_window():
 class Walk:
     """Presses the keys of each step once what the step waits for has come. Takes the place of a picture's moment."""
 
-    def __init__(self):
+    def __init__(self, opened):
         self.slides = []
         self.steps = [
             (lambda moments: title_of_active_window() == PROMPT, "Return"),
@@ -24,7 +26,9 @@ class Walk:
             (lambda moments: moments.settled(None) and title_of_active_window() != PROMPT, "Tab space"),
             # The button is disabled now, and the keyboard has moved on to the one of the page before.
             (lambda moments: self.slides[-1:] == [SECOND], "space"),
-            (lambda moments: self.slides[-1:] == [FIRST] and moments.ended, "Return"),
+            # From the button of the next page, enabled again, to the link.
+            (lambda moments: self.slides[-1:] == [FIRST] and moments.ended, "Tab space"),
+            (lambda moments: opened.exists(), "Return"),
         ]
 
     def __call__(self, moments, event):
@@ -51,9 +55,22 @@ class Keyboard(FlowCase):
         self.walk("web", site_folder=site)
 
     def walk(self, kind, **options):
-        walk = Walk()
-        ended = self.run_flow(kind, self.media, authorize="ask", stay=True, linger=30, pictures={"none": walk}, **options)
+        opened = self.folder / "opened"
+        walk = Walk(opened)
+        with unittest.mock.patch.dict(os.environ, {"PATH": f"{self.write_opener(opened)}:{os.environ['PATH']}"}):
+            ended = self.run_flow(kind, self.media, authorize="ask", stay=True, linger=30, pictures={"none": walk},
+                                  **options)
         self.assert_continued(ended)
         self.assertEqual(walk.steps, [], "not every key was waited for")
+        self.assertEqual(opened.read_text(), plug_in_string("en", "SupportAddress") + "\n")
         self.assertEqual([slide for slide in walk.slides if slide], [FIRST, SECOND, FIRST])
         self.assertLess(time.monotonic() - walk.pressed_at, 25, "the last key has not closed the window")
+
+    def write_opener(self, opened):
+        """A folder with a desktop's opener that notes what it is to open."""
+        programs = self.folder / "bin"
+        programs.mkdir()
+        opener = programs / "xdg-open"
+        opener.write_text(f"#!/bin/sh\necho \"$@\" >'{opened}.new'\nmv '{opened}.new' '{opened}'\n")
+        opener.chmod(0o755)
+        return programs
