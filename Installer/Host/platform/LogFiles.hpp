@@ -8,7 +8,8 @@ namespace vant::host {
 /// When a file's contents or place last changed, in nanoseconds.
 [[nodiscard]] std::int64_t changeTime(const struct stat &status) noexcept;
 
-/// What a file would be stamped with now: later than all that has been written, no later than all that will be.
+/// What a file would be stamped with now: later than all that has been written, no later than all that will be. 0 when
+/// no file can be made.
 [[nodiscard]] std::int64_t fileTime() noexcept;
 
 /// No later than what the next file to be written is stamped with; cheap enough to be asked in a loop.

@@ -21,6 +21,8 @@ std::int64_t changeTime(const struct stat &status) noexcept {
 std::int64_t fileTime() noexcept {
     struct stat status {};
     const int file = memfd_create("mark", MFD_CLOEXEC);
+    if (file < 0)
+        return 0;
     fstat(file, &status);
     fchmod(file, S_IRUSR);
     fstat(file, &status);

@@ -16,6 +16,8 @@ std::int64_t fileTime() noexcept {
     std::array<char, 32> name = {"/tmp/VantHost-mark-XXXXXX"};
     struct stat status {};
     const int file = mkstemp(name.data());
+    if (file < 0)
+        return 0;
     unlink(name.data());
     fstat(file, &status);
     close(file);

@@ -16,6 +16,7 @@ void VantStartProcess(const std::vector<std::string> &arguments) {
     if (whole.size() == arguments.size())
         return;
     std::vector<char *> texts;
+    texts.reserve(whole.size() + 1);
     for (const std::string &argument : whole)
         texts.push_back(const_cast<char *>(argument.c_str()));
     texts.push_back(nullptr);
