@@ -100,8 +100,8 @@ int run(const Request &request) {
     if (end == vant::tools::WorkEnd::Done)
         return 0;
     staging.removeMadeFolders();
-    if (const auto sentence = vant::tools::sentenceFor(end); !sentence.empty())
-        std::fprintf(stderr, "ditto: %s: %s.\n", request.archive.c_str(), sentence.data());
+    if (const std::string sentence(vant::tools::sentenceFor(end)); !sentence.empty())
+        std::fprintf(stderr, "ditto: %s: %s.\n", request.archive.c_str(), sentence.c_str());
     return 1;
 }
 

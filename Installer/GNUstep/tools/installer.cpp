@@ -106,9 +106,9 @@ int run(const Request &request) {
         return 0;
     if (staging)
         staging->removeMadeFolders();
-    if (const auto sentence = vant::tools::sentenceFor(end); !sentence.empty()) {
-        std::fprintf(stderr, "installer: %s: %s.\n", request.package.c_str(), sentence.data());
-        InstallReport(request.detail).fail(std::string(sentence) + ".");
+    if (const std::string sentence(vant::tools::sentenceFor(end)); !sentence.empty()) {
+        std::fprintf(stderr, "installer: %s: %s.\n", request.package.c_str(), sentence.c_str());
+        InstallReport(request.detail).fail(sentence + ".");
     }
     return 1;
 }
