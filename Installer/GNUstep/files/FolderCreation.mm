@@ -1,5 +1,6 @@
 #import <Foundation/Foundation.h>
-#include <objc/runtime.h>
+
+#include "GNUstep/Hook.hpp"
 
 namespace {
 
@@ -37,9 +38,7 @@ BOOL makeFolder(NSFileManager *files, SEL command, NSString *path, BOOL withPare
 + (void)load {
     @autoreleasepool {
         SEL name = @selector(createDirectoryAtPath:withIntermediateDirectories:attributes:error:);
-        Method method = class_getInstanceMethod([NSFileManager class], name);
-        originalMaker =
-            reinterpret_cast<FolderMaker>(method_setImplementation(method, reinterpret_cast<IMP>(makeFolder)));
+        originalMaker = vant::hook([NSFileManager class], name, &makeFolder);
     }
 }
 

@@ -1,7 +1,6 @@
-#import <Foundation/Foundation.h>
-#include <objc/runtime.h>
-
 #include "GNUstep/files/SubpathWalk.hpp"
+#include "GNUstep/Hook.hpp"
+#import <Foundation/Foundation.h>
 
 namespace {
 
@@ -33,8 +32,7 @@ NSArray *subpaths(NSFileManager *files, SEL /*command*/, NSString *path) {
 
 + (void)load {
     @autoreleasepool {
-        Method method = class_getInstanceMethod([NSFileManager class], @selector(subpathsAtPath:));
-        method_setImplementation(method, reinterpret_cast<IMP>(subpaths));
+        vant::hook([NSFileManager class], @selector(subpathsAtPath:), &subpaths);
     }
 }
 

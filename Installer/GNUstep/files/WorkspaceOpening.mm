@@ -1,8 +1,7 @@
-#import <AppKit/AppKit.h>
-#include <objc/runtime.h>
-
 #include "GNUstep/authorization/PrivilegedTool.hpp"
 #include "GNUstep/authorization/ToolPath.hpp"
+#include "GNUstep/Hook.hpp"
+#import <AppKit/AppKit.h>
 
 namespace {
 
@@ -40,12 +39,6 @@ BOOL openURL(NSWorkspace *workspace, SEL command, NSURL *address) {
                    : originalOpenURL(workspace, command, address);
 }
 
-template<class Opener>
-void replace(SEL operation, Opener opener, Opener &original) {
-    Method method = class_getInstanceMethod([NSWorkspace class], operation);
-    original = reinterpret_cast<Opener>(method_setImplementation(method, reinterpret_cast<IMP>(opener)));
-}
-
 } // namespace
 
 /// Lets the workspace open folders and web pages by the desktop's own programs.
@@ -56,8 +49,8 @@ void replace(SEL operation, Opener opener, Opener &original) {
 
 + (void)load {
     @autoreleasepool {
-        replace(@selector(openFile:), openFile, originalOpenFile);
-        replace(@selector(openURL:), openURL, originalOpenURL);
+        originalOpenFile = vant::hook([NSWorkspace class], @selector(openFile:), &openFile);
+        originalOpenURL = vant::hook([NSWorkspace class], @selector(openURL:), &openURL);
     }
 }
 

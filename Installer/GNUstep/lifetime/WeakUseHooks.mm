@@ -1,8 +1,7 @@
 #import <AppKit/AppKit.h>
 
+#include "GNUstep/Hook.hpp"
 #include "GNUstep/lifetime/WeakUses.hpp"
-
-#include <objc/runtime.h>
 
 // The notification centre and controls refer to observers and targets without holding them, and forget those that go.
 // GNUstep keeps the address, and the next notification or click reaches whatever lies there.
@@ -65,12 +64,6 @@ void deallocate(id object, SEL command) {
     originalDealloc(object, command);
 }
 
-template<class Function>
-Function hook(Class owner, SEL name, Function replacement) {
-    Method method = class_getInstanceMethod(owner, name);
-    return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
-}
-
 } // namespace
 
 /// Sets the hooks.
@@ -81,11 +74,12 @@ Function hook(Class owner, SEL name, Function replacement) {
 
 + (void)load {
     @autoreleasepool {
-        originalAdd = hook([NSNotificationCenter class], @selector(addObserver:selector:name:object:), &addObserver);
-        originalRemove = hook([NSNotificationCenter class], @selector(removeObserver:), &removeObserver);
-        originalCellSetter = hook([NSActionCell class], @selector(setTarget:), &setCellTarget);
-        originalMatrixSetter = hook([NSMatrix class], @selector(setTarget:), &setMatrixTarget);
-        originalDealloc = hook([NSObject class], @selector(dealloc), &deallocate);
+        originalAdd =
+            vant::hook([NSNotificationCenter class], @selector(addObserver:selector:name:object:), &addObserver);
+        originalRemove = vant::hook([NSNotificationCenter class], @selector(removeObserver:), &removeObserver);
+        originalCellSetter = vant::hook([NSActionCell class], @selector(setTarget:), &setCellTarget);
+        originalMatrixSetter = vant::hook([NSMatrix class], @selector(setTarget:), &setMatrixTarget);
+        originalDealloc = vant::hook([NSObject class], @selector(dealloc), &deallocate);
     }
 }
 

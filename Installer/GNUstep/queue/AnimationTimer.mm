@@ -1,6 +1,6 @@
 #import <AppKit/AppKit.h>
 
-#include <objc/runtime.h>
+#include "GNUstep/Hook.hpp"
 
 // GNUstep gives every turning indicator a timer of its own, in the default mode and in that of modal panels. A mode
 // lets go of a timer that has ended only as it is run, so where no panel is shown each start leaves one behind, which
@@ -109,11 +109,6 @@ void stopAnimation(NSProgressIndicator *indicator, SEL command, id sender) {
         [[VantAnimationTimer shared] remove:indicator];
 }
 
-Message hook(SEL name, Message replacement) {
-    Method method = class_getInstanceMethod([NSProgressIndicator class], name);
-    return reinterpret_cast<Message>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
-}
-
 } // namespace
 
 /// Sets the hooks.
@@ -128,8 +123,8 @@ Message hook(SEL name, Message replacement) {
         if (running == nullptr)
             return; // another GNUstep, left as it is
         runningField = ivar_getOffset(running);
-        originalStart = hook(@selector(startAnimation:), &startAnimation);
-        originalStop = hook(@selector(stopAnimation:), &stopAnimation);
+        originalStart = vant::hook([NSProgressIndicator class], @selector(startAnimation:), &startAnimation);
+        originalStop = vant::hook([NSProgressIndicator class], @selector(stopAnimation:), &stopAnimation);
     }
 }
 

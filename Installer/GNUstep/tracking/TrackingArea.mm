@@ -1,6 +1,6 @@
 #import "GNUstep/tracking/Tracking.h"
 
-#include <objc/runtime.h>
+#include "GNUstep/Hook.hpp"
 
 namespace {
 
@@ -26,9 +26,7 @@ id initialiseArea(id area, SEL command, NSRect rect, NSTrackingAreaOptions optio
 + (void)load {
     @autoreleasepool {
         SEL name = @selector(initWithRect:options:owner:userInfo:);
-        Method method = class_getInstanceMethod([NSTrackingArea class], name);
-        originalInitialiser =
-            reinterpret_cast<AreaInitialiser>(method_setImplementation(method, reinterpret_cast<IMP>(initialiseArea)));
+        originalInitialiser = vant::hook([NSTrackingArea class], name, &initialiseArea);
     }
 }
 

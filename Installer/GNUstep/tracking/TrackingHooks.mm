@@ -1,6 +1,6 @@
 #import "GNUstep/tracking/Tracking.h"
 
-#include <objc/runtime.h>
+#include "GNUstep/Hook.hpp"
 
 // Where GNUstep tells of what concerns tracking areas: the events that reach a window, the views that come into one or
 // change their place in it, the views that go. Each hook calls the operation that it stands before.
@@ -69,18 +69,10 @@ void deallocate(NSView *view, SEL command) {
     originalDealloc(view, command);
 }
 
-template<class Function>
-Function hook(Class owner, SEL name, Function replacement) {
-    Method method = class_getInstanceMethod(owner, name);
-    if (method == nullptr)
-        return nullptr;
-    return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
-}
-
 template<class Value, int Slot>
 void hookSetter(SEL name) {
     using Hook = GeometryHook<Value, Slot>;
-    Hook::original = hook([NSView class], name, &Hook::set);
+    Hook::original = vant::hook([NSView class], name, &Hook::set);
 }
 
 } // namespace
@@ -93,10 +85,10 @@ void hookSetter(SEL name) {
 
 + (void)load {
     @autoreleasepool {
-        originalSendEvent = hook([NSWindow class], @selector(sendEvent:), &sendEvent);
-        originalRebuild = hook([NSView class], @selector(_rebuildCoordinates), &rebuildCoordinates);
-        originalDidMove = hook([NSView class], @selector(_viewDidMoveToWindow), &didMoveToWindow);
-        originalDealloc = hook([NSView class], @selector(dealloc), &deallocate);
+        originalSendEvent = vant::hook([NSWindow class], @selector(sendEvent:), &sendEvent);
+        originalRebuild = vant::hook([NSView class], @selector(_rebuildCoordinates), &rebuildCoordinates);
+        originalDidMove = vant::hook([NSView class], @selector(_viewDidMoveToWindow), &didMoveToWindow);
+        originalDealloc = vant::hook([NSView class], @selector(dealloc), &deallocate);
         hookSetter<NSRect, 0>(@selector(setFrame:));
         hookSetter<NSRect, 1>(@selector(setBounds:));
         hookSetter<NSPoint, 0>(@selector(setFrameOrigin:));
